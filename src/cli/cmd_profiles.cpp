@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrelctl profiles: one line per profile with its file base names.
+#include "cli.h"
+
+namespace kestrel::cli {
+
+int cmdProfiles(Env& env, const QStringList& rawArgs) {
+    const Args args(rawArgs, {});
+    if (!args.positional().isEmpty())
+        throw UsageError("profiles takes no arguments");
+    AppContext& ctx = env.load();
+    for (int p = 0; p < ProfileCount; ++p) {
+        const ProfileRec& profile = ctx.Profiles[p];
+        QStringList fields{QString::number(p), profile.Name, profile.SrchName};
+        for (int b = 1; b <= BankCount; ++b)
+            fields.append(profile.Banks[b].FileName);
+        out(fields.join(QLatin1Char('\t')));
+    }
+    return env.finish();
+}
+
+} // namespace kestrel::cli

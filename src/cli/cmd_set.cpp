@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrelctl set: one channel or search range from a line, then the closing save.
+#include "cli.h"
+
+#include "core/files.h"
+#include "core/memory.h"
+#include "core/profiles.h"
+
+#include <QDir>
+
+namespace kestrel::cli {
+
+int cmdSet(Env& env, const QStringList& rawArgs) {
+    const Args args(rawArgs,
+                    {QStringLiteral("--profile"), QStringLiteral("--bank"),
+                     QStringLiteral("--slot"), QStringLiteral("--search")});
+    if (args.positional().size() != 1)
+        throw UsageError("set needs exactly one LINE");
+    const QString line = args.positional().first();
+    const bool bank = args.has(QStringLiteral("--bank"));
+    if (bank == args.has(QStringLiteral("--search")))
+        throw UsageError("give either --bank N --slot C or --search I");
+    int b = 0, c = 0, i = 0;
+    if (bank) {
+        b = args.intValue(QStringLiteral("--bank"), 1, BankCount);
+        if (!args.has(QStringLiteral("--slot")))
+            throw UsageError("--bank needs --slot C");
+        c = args.intValue(QStringLiteral("--slot"), 1, ChansPerBank);
+    } else {
+        if (args.has(QStringLiteral("--slot")))
+            throw UsageError("--slot goes with --bank");
+        i = args.intValue(QStringLiteral("--search"), 1, SearchCount);
+    }
+    AppContext& ctx = env.load();
+    const int p = env.selectProfile(args);
+    QDir().mkpath(ctx.appDir());
+    MakeBanksDir(ctx);
+    // As an in-place edit: the record changes and its bank and profile are marked changed.
+    if (bank) {
+        Set_Channel(ctx, qint16(b), quint8(c), line);
+        ctx.Profiles[p].Banks[b].Changed = true;
+    } else {
+        Set_Search(ctx, qint16(i), line);
+    }
+    ctx.Profiles[p].Changed = true;
+    Save_Profiles(ctx);
+    return env.finish();
+}
+
+} // namespace kestrel::cli

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrelctl: the command line over the same libraries as the window.
+#include "cli.h"
+
+#include <QCoreApplication>
+#include <cstring>
+
+namespace kestrel::cli {
+int cmdProfiles(Env&, const QStringList&);
+int cmdShow(Env&, const QStringList&);
+int cmdSet(Env&, const QStringList&);
+
+namespace {
+
+struct Command {
+    const char* name;
+    const char* usage;
+    CommandFn run;
+};
+
+const Command kCommands[] = {
+    {"profiles", "profiles", cmdProfiles},
+    {"show", "show [--profile P] (--bank N | --search | --all)", cmdShow},
+    {"set", "set [--profile P] (--bank N --slot C | --search I) LINE", cmdSet},
+};
+
+void usage() {
+    err(QStringLiteral("usage: kestrelctl [--data-dir DIR] COMMAND ..."));
+    for (const Command& c : kCommands)
+        err(QStringLiteral("  kestrelctl ") + QString::fromLatin1(c.usage));
+}
+
+} // namespace
+} // namespace kestrel::cli
+
+int main(int argc, char** argv) {
+    using namespace kestrel::cli;
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setOrganizationName(QString::fromLatin1(kestrel::kPublisher));
+    QCoreApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
+
+    QStringList args = app.arguments().mid(1);
+    QString dataDir;
+    const qsizetype dd = args.indexOf(QStringLiteral("--data-dir"));
+    if (dd >= 0) {
+        if (dd + 1 >= args.size()) {
+            err(QStringLiteral("kestrelctl: --data-dir needs a folder"));
+            return Usage;
+        }
+        dataDir = args[dd + 1];
+        args.remove(dd, 2);
+    }
+    if (args.isEmpty() || args.first() == QStringLiteral("--help")) {
+        usage();
+        return args.isEmpty() ? Usage : Ok;
+    }
+    const QString name = args.takeFirst();
+    for (const Command& c : kCommands) {
+        if (name != QString::fromLatin1(c.name))
+            continue;
+        Env env(dataDir);
+        try {
+            return c.run(env, args);
+        } catch (const UsageError& e) {
+            err(QStringLiteral("kestrelctl ") + name + QStringLiteral(": ") +
+                QString::fromUtf8(e.what()));
+            err(QStringLiteral("usage: kestrelctl ") + QString::fromLatin1(c.usage));
+            return Usage;
+        } catch (const std::exception& e) {
+            err(QStringLiteral("kestrelctl ") + name + QStringLiteral(": ") +
+                QString::fromUtf8(e.what()));
+            return Failure;
+        }
+    }
+    err(QStringLiteral("kestrelctl: unknown command ") + name);
+    usage();
+    return Usage;
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The application context: the one object that owns the memory image (Profiles, CurProfile,
+// CurBank), the factory tables, the settings, the registry values and the error reporter. The
+// GUI and the command line each make one and pass it by reference.
+#pragma once
+
+#include "errors.h"
+#include "prompts.h"
+#include "records.h"
+#include "settings.h"
+
+#include <QSize>
+#include <QStringList>
+#include <QString>
+#include <array>
+
+namespace kestrel {
+
+class AppContext {
+public:
+    // appDir: the application folder (settings files, "Banks", "Error.log"). Builds the factory
+    // tables. prompts may be null: questions are then answered by their default, silently.
+    explicit AppContext(const QString& appDir, Prompts* prompts = nullptr);
+    AppContext(const AppContext&) = delete;
+    AppContext& operator=(const AppContext&) = delete;
+
+    const QString& appDir() const { return m_appDir; }
+    QString banksDir() const;                           // appDir + "/Banks"
+    QString settingsPath(const QString& name) const;    // appDir + "/" + name + ".ini"
+    QString bankPath(const QString& baseName) const;    // Banks/ + base + ".BKE"
+    QString searchPath(const QString& baseName) const;  // Banks/ + base + ".SKE"
+    QString profileListPath() const;                    // appDir + "/Profiles.ini"
+
+    Prompts& prompts() { return *m_prompts; }
+    void setPrompts(Prompts* prompts);
+
+    ProfileRec& cur() { return Profiles[CurProfile]; }
+    const ProfileRec& cur() const { return Profiles[CurProfile]; }
+
+    std::array<ProfileRec, ProfileCount + 1> Profiles{};
+    qint16 CurProfile = 0;
+    quint8 CurBank = 1; // 1..10, SearchTab (11) for the search ranges
+
+    DefChansTable DefChans;
+    DefSearchTable DefSearch;
+
+    ProgramSettings settings;
+    RegistryValues registry;
+    ErrorReporter errors;
+
+    // Number format of the user's locale (set at start-up).
+    bool decimalComma = false;
+    QChar decimalSep = QLatin1Char('.');
+    QChar listSep = QLatin1Char(',');
+
+    // Files whose write failed during this run (writes fail silently for the user; the command
+    // line reports them).
+    QStringList failedWrites;
+
+    // Screen size in twips, for window placement. The GUI sets the real one.
+    QSize screenTwips{1920 * 15, 1080 * 15};
+
+private:
+    QString m_appDir;
+    ScriptedPrompts m_silent;
+    Prompts* m_prompts;
+};
+
+// The application folder: the executable's folder when it is writable, otherwise the per-user
+// data folder. An explicit override (--data-dir) wins.
+QString ResolveAppDir(const QString& overrideDir = {});
+
+// Sets the decimal-comma flag and separators from the user's number format.
+void DetectNumberFormat(AppContext& ctx);
+
+} // namespace kestrel

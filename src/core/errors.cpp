@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "errors.h"
+
+#include "prompts.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+
+namespace kestrel {
+
+ErrorReporter::ErrorReporter(QString logDir, Prompts* prompts)
+    : m_logDir(std::move(logDir)), m_prompts(prompts) {}
+
+QString ErrorReporter::logPath() const {
+    return QDir(m_logDir).filePath(QStringLiteral("Error.log"));
+}
+
+QString ErrorReporter::dialogText(const QString& label, int line, int number,
+                                  const QString& description) {
+    return QStringLiteral("An Error Occured In ") + label + QStringLiteral(" @ Line:") +
+           QString::number(line) + QStringLiteral("\n\nError Number: ") + QString::number(number) +
+           QStringLiteral("  ") + description +
+           QStringLiteral("\n\nSuppress Further Errors If Possible?");
+}
+
+void ErrorReporter::ReportError(const QString& label, int line, int number,
+                                const QString& description) {
+    m_currentLabel = label;
+    ++m_reports;
+    if (!m_suppress && m_prompts) {
+        const Answer a = m_prompts->message(dialogText(label, line, number, description),
+                                            m_title + QStringLiteral(" Error"), Icon::Critical,
+                                            Buttons::YesNo);
+        if (a == Answer::Yes)
+            m_suppress = true;
+    }
+    LogError(label + QStringLiteral(" @ Line:") + QString::number(line), number, description);
+}
+
+void ErrorReporter::LogError(const QString& where, int number, const QString& description) {
+    if (m_logDir.isEmpty())
+        return;
+    QFile f(logPath());
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
+        return; // logging ends without a report, so reporting never recurses
+    const QDateTime now = QDateTime::currentDateTime();
+    const QString entry = QStringLiteral("\n-- Error Occured: ") +
+                          now.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" - ") +
+                          now.toString(QStringLiteral("HH:mm:ss")) +
+                          QStringLiteral(" --\n") + where + QStringLiteral(", Error: ") +
+                          QString::number(number) + QStringLiteral(" -> ") + description +
+                          QStringLiteral("\n");
+    f.write(entry.toUtf8());
+}
+
+namespace detail {
+
+void reportCurrentException(ErrorReporter& reporter, const QString& label, int line) {
+    int number = err::InvalidCall;
+    QString description = QStringLiteral("Invalid procedure call or argument");
+    try {
+        throw;
+    } catch (const KestrelError& e) {
+        number = e.number();
+        description = e.description();
+    } catch (const std::bad_alloc&) {
+        number = err::OutOfMemory;
+        description = QStringLiteral("Out of memory");
+    } catch (const std::out_of_range&) {
+        number = err::SubscriptOutOfRange;
+        description = QStringLiteral("Subscript out of range");
+    } catch (const std::exception& e) {
+        description = QString::fromLocal8Bit(e.what());
+    } catch (...) {
+    }
+    reporter.ReportError(label, line, number, description);
+}
+
+} // namespace detail
+} // namespace kestrel

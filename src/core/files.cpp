@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files.h"
+
+#include "class_ini.h"
+#include "freq.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace kestrel {
+
+const char* const kRenameExistsMessage = "Can NOT Rename File, Destination May Exist Already!!!";
+
+namespace {
+
+const QString kBankInfo = QStringLiteral("BankInfo");
+const QString kChnlInfo = QStringLiteral("ChnlInfo");
+const QString kSrchInfo = QStringLiteral("SrchInfo");
+const QString kRevision = QStringLiteral("Revision");
+
+QString channelKey(int c) { return QStringLiteral("Channel") + Num2(c); }
+QString searchKey(int i) { return QStringLiteral("Search") + Num2(i); }
+
+void checkProfile(qint16 p) {
+    if (p < 0 || p > ProfileCount)
+        throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+}
+
+void checkBank(qint16 p, int b) {
+    checkProfile(p);
+    if (b < 1 || b > BankCount)
+        throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+}
+
+void writeBank(IniDocument& doc, const BankRec& bank) {
+    doc.WriteKey(kBankInfo, kRevision, QStringLiteral("1"));
+    for (int c = 1; c <= ChansPerBank; ++c)
+        doc.WriteKey(kChnlInfo, channelKey(c), ChannelLine(bank.Chans[c]));
+}
+
+void writeSearch(IniDocument& doc, const ProfileRec& profile) {
+    for (int i = 1; i <= SearchCount; ++i)
+        doc.WriteKey(kSrchInfo, searchKey(i), SearchLine(profile.Searches[i]));
+}
+
+} // namespace
+
+void Load_BankInfo(AppContext& ctx, qint16 p, int b, const QString& path) {
+    Trap(ctx.errors, "ModMain -> Load_BankInfo", [&](Stmt& s) {
+        s.at(1);
+        checkBank(p, b);
+        const IniDocument doc = IniDocument::load(path);
+        BankRec& bank = ctx.Profiles[p].Banks[b];
+        bank.Revision = Validate_Byte(doc.ReadKey(kBankInfo, kRevision), 0, 0, 255);
+        s.at(2);
+        for (int c = 1; c <= ChansPerBank; ++c) {
+            const QString& def = ctx.DefChans[ChannelNumber(b, c)];
+            const QString value = doc.ReadKey(kChnlInfo, channelKey(c));
+            ParseChannelLine(bank.Chans[c], value.isEmpty() ? def : value, def);
+        }
+    });
+}
+
+void Save_BankInfo(AppContext& ctx, qint16 p, int b, const QString& path) {
+    Trap(ctx.errors, "ModMain -> Save_BankInfo", [&](Stmt& s) {
+        s.at(1);
+        checkBank(p, b);
+        BankRec& bank = ctx.Profiles[p].Banks[b];
+        IniDocument doc = IniDocument::load(path); // other keys of the file stay
+        writeBank(doc, bank);
+        s.at(2);
+        SaveIni(ctx, doc, path); // a failed write is silent for the user
+        bank.Changed = false;
+    });
+}
+
+void Load_SearchInfo(AppContext& ctx, qint16 p, const QString& path) {
+    Trap(ctx.errors, "ModMain -> Load_SearchInfo", [&](Stmt& s) {
+        s.at(1);
+        checkProfile(p);
+        const IniDocument doc = IniDocument::load(path);
+        ProfileRec& profile = ctx.Profiles[p];
+        for (int i = 1; i <= SearchCount; ++i) {
+            const QString& def = ctx.DefSearch[i];
+            const QString value = doc.ReadKey(kSrchInfo, searchKey(i));
+            ParseSearchLine(profile.Searches[i], value.isEmpty() ? def : value, def);
+        }
+    });
+}
+
+void Save_SearchInfo(AppContext& ctx, qint16 p, const QString& path) {
+    Trap(ctx.errors, "ModMain -> Save_SearchInfo", [&](Stmt& s) {
+        s.at(1);
+        checkProfile(p);
+        IniDocument doc = IniDocument::load(path);
+        writeSearch(doc, ctx.Profiles[p]);
+        s.at(2);
+        SaveIni(ctx, doc, path);
+    });
+}
+
+QByteArray BankFileBytes(const BankRec& bank) {
+    IniDocument doc;
+    writeBank(doc, bank);
+    return doc.serialize();
+}
+
+QByteArray SearchFileBytes(const ProfileRec& profile) {
+    IniDocument doc;
+    writeSearch(doc, profile);
+    return doc.serialize();
+}
+
+bool SaveIni(AppContext& ctx, const IniDocument& doc, const QString& path) {
+    if (doc.save(path))
+        return true;
+    ctx.failedWrites.append(path);
+    return false;
+}
+
+bool File_Exists(const QString& path, bool isFolder) {
+    if (path.isEmpty() || path.contains(QLatin1String(".\\")) || path.contains(QLatin1String("./")))
+        return false;
+    const QFileInfo info(path);
+    if (!info.exists())
+        return false;
+    return isFolder || !info.isDir();
+}
+
+qint32 File_Size(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists() || info.isDir())
+        return 0;
+    return qint32(qMin<qint64>(info.size(), std::numeric_limits<qint32>::max()));
+}
+
+bool RenameFile(AppContext& ctx, const QString& newPath, const QString& oldPath) {
+    return Trap(ctx.errors, "ModMain -> RenameFile", [&] {
+        if (!File_Exists(oldPath))
+            return false;
+        if (File_Exists(newPath)) {
+            ctx.prompts().message(QString::fromLatin1(kRenameExistsMessage),
+                                  QStringLiteral("Kestrel Manager"), Icon::Exclamation,
+                                  Buttons::Ok);
+            return false;
+        }
+        return QFile::rename(oldPath, newPath);
+    });
+}
+
+void MakeBanksDir(AppContext& ctx) {
+    if (!File_Exists(ctx.banksDir(), true))
+        QDir().mkpath(ctx.banksDir()); // a failure is ignored: files then fall back to factory
+}
+
+QString TrimFileName(const QString& path) {
+    const qsizetype dot = path.indexOf(QLatin1Char('.'));
+    const QString head = dot < 0 ? path : path.left(dot);
+    const qsizetype sep =
+        qMax(head.lastIndexOf(QLatin1Char('\\')), head.lastIndexOf(QLatin1Char('/')));
+    return head.mid(sep + 1);
+}
+
+QString FileBaseName(const QString& path) {
+    const qsizetype sep =
+        qMax(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/')));
+    const QString title = path.mid(sep + 1);
+    const qsizetype dot = title.indexOf(QLatin1Char('.'));
+    return dot < 0 ? title : title.left(dot);
+}
+
+} // namespace kestrel

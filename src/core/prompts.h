@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The seam through which the program asks the user: message boxes and file dialogs. The GUI shows
+// real dialogs, the command line prints, tests script the answers.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <optional>
+
+namespace kestrel {
+
+enum class Icon { None, Critical, Exclamation, Information, Question };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class Answer { Ok, Cancel, Yes, No };
+
+struct FileDialogSpec {
+    QString title;
+    QString startDir;   // folder the dialog opens in
+    QString pattern;    // "*.BKE"
+    QString defaultExt; // "BKE"
+    QString presetName; // "Untitled.BKE"
+};
+
+class Prompts {
+public:
+    virtual ~Prompts() = default;
+    virtual Answer message(const QString& text, const QString& title, Icon icon,
+                           Buttons buttons) = 0;
+    // The chosen path, or nothing when the user cancelled.
+    virtual std::optional<QString> openFile(const FileDialogSpec& spec) = 0;
+    virtual std::optional<QString> saveFile(const FileDialogSpec& spec) = 0;
+};
+
+// Answers from a script and records every question: for tests, and for the command line, which
+// takes each question as answered by its default.
+class ScriptedPrompts : public Prompts {
+public:
+    struct Message {
+        QString text;
+        QString title;
+        Icon icon;
+        Buttons buttons;
+    };
+
+    explicit ScriptedPrompts(Answer defaultAnswer = Answer::Yes) : m_default(defaultAnswer) {}
+
+    // Queued answers are used in order; when the queue is empty the default answer is given.
+    void queueAnswer(Answer a) { m_answers.append(a); }
+    // Queued file choices; an empty optional means "cancel". When empty, dialogs are cancelled.
+    void queueFile(std::optional<QString> path) { m_files.append(std::move(path)); }
+    // When set, each message text is also printed to standard error.
+    void setEcho(bool echo) { m_echo = echo; }
+
+    const QList<Message>& messages() const { return m_messages; }
+    const QList<FileDialogSpec>& dialogs() const { return m_dialogs; }
+    void clear() {
+        m_messages.clear();
+        m_dialogs.clear();
+    }
+
+    Answer message(const QString& text, const QString& title, Icon icon, Buttons buttons) override;
+    std::optional<QString> openFile(const FileDialogSpec& spec) override;
+    std::optional<QString> saveFile(const FileDialogSpec& spec) override;
+
+private:
+    Answer m_default;
+    bool m_echo = false;
+    QList<Answer> m_answers;
+    QList<std::optional<QString>> m_files;
+    QList<Message> m_messages;
+    QList<FileDialogSpec> m_dialogs;
+};
+
+} // namespace kestrel

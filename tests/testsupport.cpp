@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "testsupport.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QMap>
+#include <QProcess>
+#include <QTest>
+
+namespace kestrel::test {
+
+QByteArray readFile(const QString& path) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    return f.readAll();
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        qFatal("cannot write %s", qPrintable(path));
+    f.write(bytes);
+}
+
+QString dataPath(const QString& relative) {
+    return qEnvironmentVariable("KESTREL_TEST_DATA") + QLatin1Char('/') + relative;
+}
+
+ProcessResult runKestrelctl(const QStringList& args, int timeoutMs) {
+    QProcess proc;
+    proc.start(qEnvironmentVariable("KESTRELCTL"), args);
+    ProcessResult r;
+    if (!proc.waitForStarted(timeoutMs))
+        return r;
+    proc.closeWriteChannel();
+    if (!proc.waitForFinished(timeoutMs)) {
+        proc.kill();
+        proc.waitForFinished();
+        return r;
+    }
+    r.exitCode = proc.exitStatus() == QProcess::NormalExit ? proc.exitCode() : -1;
+    r.out = proc.readAllStandardOutput();
+    r.err = proc.readAllStandardError();
+    return r;
+}
+
+QMap<QString, QByteArray> snapshotTree(const QString& root) {
+    QMap<QString, QByteArray> files;
+    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    const QDir base(root);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        files.insert(base.relativeFilePath(path), readFile(path));
+    }
+    return files;
+}
+
+} // namespace kestrel::test

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Small helpers shared by the tests: temporary data folders, file bytes, golden files, and
+// running kestrelctl as a process.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QMap>
+#include <QTemporaryDir>
+
+namespace kestrel::test {
+
+QByteArray readFile(const QString& path);
+void writeFile(const QString& path, const QByteArray& bytes);
+// A file under tests/data.
+QString dataPath(const QString& relative);
+
+struct ProcessResult {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+// Runs kestrelctl with the given arguments (and optional standard input); waits up to timeoutMs.
+ProcessResult runKestrelctl(const QStringList& args, int timeoutMs = 60000);
+
+// Every file under a folder, as relative path -> bytes.
+QMap<QString, QByteArray> snapshotTree(const QString& root);
+
+} // namespace kestrel::test
