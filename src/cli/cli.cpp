@@ -4,7 +4,9 @@
 #include "core/memory.h"
 #include "core/profiles.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace kestrel::cli {
 
@@ -84,6 +86,23 @@ Target parseTarget(const Args& args, bool allowAll) {
         t.kind = Target::All;
     }
     return t;
+}
+
+namespace {
+QList<Command>& registry() {
+    static QList<Command> list;
+    return list;
+}
+} // namespace
+
+const QList<Command>& commands() { return registry(); }
+
+CommandRegistration::CommandRegistration(Command c) {
+    QList<Command>& list = registry();
+    auto at = std::find_if(list.begin(), list.end(), [&](const Command& other) {
+        return std::strcmp(other.name, c.name) > 0;
+    });
+    list.insert(at, c);
 }
 
 void out(const QString& line) {

@@ -75,4 +75,16 @@ void err(const QString& line); // one line to standard error
 
 using CommandFn = int (*)(Env& env, const QStringList& args);
 
+struct Command {
+    const char* name;
+    const char* usage; // "show [--profile P] (--bank N | --search | --all)"
+    CommandFn run;
+};
+
+// Each cmd_*.cpp registers its command with a file-level `const CommandRegistration`.
+const QList<Command>& commands();
+struct CommandRegistration {
+    explicit CommandRegistration(Command c);
+};
+
 } // namespace kestrel::cli

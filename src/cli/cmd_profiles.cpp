@@ -4,7 +4,9 @@
 
 namespace kestrel::cli {
 
-int cmdProfiles(Env& env, const QStringList& rawArgs) {
+namespace {
+
+int run(Env& env, const QStringList& rawArgs) {
     const Args args(rawArgs, {});
     if (!args.positional().isEmpty())
         throw UsageError("profiles takes no arguments");
@@ -19,4 +21,7 @@ int cmdProfiles(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
+const CommandRegistration reg({"profiles", "profiles", run});
+
+} // namespace
 } // namespace kestrel::cli

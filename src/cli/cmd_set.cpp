@@ -10,7 +10,9 @@
 
 namespace kestrel::cli {
 
-int cmdSet(Env& env, const QStringList& rawArgs) {
+namespace {
+
+int run(Env& env, const QStringList& rawArgs) {
     const Args args(rawArgs,
                     {QStringLiteral("--profile"), QStringLiteral("--bank"),
                      QStringLiteral("--slot"), QStringLiteral("--search")});
@@ -47,4 +49,7 @@ int cmdSet(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
+const CommandRegistration reg({"set", "set [--profile P] (--bank N --slot C | --search I) LINE", run});
+
+} // namespace
 } // namespace kestrel::cli

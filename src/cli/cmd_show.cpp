@@ -6,7 +6,9 @@
 
 namespace kestrel::cli {
 
-int cmdShow(Env& env, const QStringList& rawArgs) {
+namespace {
+
+int run(Env& env, const QStringList& rawArgs) {
     const Args args(rawArgs, {QStringLiteral("--profile"), QStringLiteral("--bank")},
                     {QStringLiteral("--search"), QStringLiteral("--all")});
     if (!args.positional().isEmpty())
@@ -35,4 +37,7 @@ int cmdShow(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
+const CommandRegistration reg({"show", "show [--profile P] (--bank N | --search | --all)", run});
+
+} // namespace
 } // namespace kestrel::cli

@@ -6,27 +6,11 @@
 #include <cstring>
 
 namespace kestrel::cli {
-int cmdProfiles(Env&, const QStringList&);
-int cmdShow(Env&, const QStringList&);
-int cmdSet(Env&, const QStringList&);
-
 namespace {
-
-struct Command {
-    const char* name;
-    const char* usage;
-    CommandFn run;
-};
-
-const Command kCommands[] = {
-    {"profiles", "profiles", cmdProfiles},
-    {"show", "show [--profile P] (--bank N | --search | --all)", cmdShow},
-    {"set", "set [--profile P] (--bank N --slot C | --search I) LINE", cmdSet},
-};
 
 void usage() {
     err(QStringLiteral("usage: kestrelctl [--data-dir DIR] COMMAND ..."));
-    for (const Command& c : kCommands)
+    for (const Command& c : commands())
         err(QStringLiteral("  kestrelctl ") + QString::fromLatin1(c.usage));
 }
 
@@ -55,7 +39,7 @@ int main(int argc, char** argv) {
         return args.isEmpty() ? Usage : Ok;
     }
     const QString name = args.takeFirst();
-    for (const Command& c : kCommands) {
+    for (const Command& c : commands()) {
         if (name != QString::fromLatin1(c.name))
             continue;
         Env env(dataDir);
