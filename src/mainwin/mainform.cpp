@@ -29,6 +29,8 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 const char* const kTitle = "Kestrel Manager";
+// Characters a file's base name cannot hold; "." would cut the name short when read back.
+const char* const kNameRefused = "./\\:,*?|<>\"";
 
 } // namespace
 
@@ -113,6 +115,7 @@ void MainForm::buildWidgets() {
     m_profTxt = new InplaceEdit;
     m_profTxt->setObjectName(QStringLiteral("ProfTxt"));
     m_profTxt->setMaxLength(64);
+    m_profTxt->refuseCharacters(QString::fromLatin1(kNameRefused));
     m_labels[2]->setBuddy(m_profTxt);
     profRow->addWidget(m_labels[2]);
     profRow->addWidget(m_profTxt, 1);
@@ -141,7 +144,7 @@ void MainForm::buildWidgets() {
     m_descTxt->hide();
 
     const QScreen* screen = QGuiApplication::primaryScreen();
-    QSize size(880, 680);
+    QSize size(920, 680);
     if (screen)
         size = size.boundedTo(screen->availableSize());
     resize(size);
@@ -173,6 +176,7 @@ QGroupBox* MainForm::buildScanBanksPanel() {
     m_bankTxt = new InplaceEdit;
     m_bankTxt->setObjectName(QStringLiteral("BankTxt"));
     m_bankTxt->setMaxLength(64);
+    m_bankTxt->refuseCharacters(QString::fromLatin1(kNameRefused));
     m_labels[0]->setBuddy(m_bankTxt);
     m_labels[1] = new QLabel(QStringLiteral("Sending Bank:"));
     m_sndBankTxt = new QLineEdit;

@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
     kestrel::Load_Profiles(ctx);
     kestrel::MainForm form(ctx);
     form.show();
+    form.resize(920, 680); // the size it opens with on a desktop screen
 
     const auto shoot = [&](const char* item, const QString& name) {
         form.menuItem(QString::fromLatin1(item))->trigger();

@@ -504,7 +504,9 @@ private Q_SLOTS:
         InplaceEdit* box = form.BankTxt();
         box->setFocus();
         box->selectAll();
-        QTest::keyClicks(box, QStringLiteral("Marine"));
+        // Characters a file name cannot hold are refused as they are typed.
+        QTest::keyClicks(box, QStringLiteral("Ma.ri/ne"));
+        QCOMPARE(box->text(), QStringLiteral("Marine"));
         QTest::keyClick(box, Qt::Key_Return);
         QCOMPARE(form.BankTab()->tabText(2), QStringLiteral("Marine"));
         QVERIFY(File_Exists(bankPath("Marine")));
