@@ -279,21 +279,6 @@ private Q_SLOTS:
         QCOMPARE(ctx.Profiles[2].Banks[1].FileName, QStringLiteral("Bank05"));
     }
 
-    // Clear Current Bank without another edit of that bank: closing leaves its file as it was.
-    void clearedBankIsNotWrittenAtClosing() {
-        AppContext& ctx = freshSaved();
-        const QByteArray before = readFile(ctx.bankPath(QStringLiteral("Bank01")));
-        ctx.CurBank = 1;
-        ApplyEditCommand(ctx, EditCommand::ClearCurrentBank);
-        QCOMPARE(ctx.Profiles[0].Banks[1].Chans[5].Desc, QStringLiteral("Edit-Me"));
-        QVERIFY(ctx.Profiles[0].Banks[1].Chans[5].Lockout);
-        QVERIFY(ctx.Profiles[0].Changed);
-        QVERIFY(!ctx.Profiles[0].Banks[1].Changed);
-        Save_Profiles(ctx);
-        QCOMPARE(readFile(ctx.bankPath(QStringLiteral("Bank01"))), before);
-        QCOMPARE(reloaded()->Profiles[0].Banks[1].Chans[5].Desc, QStringLiteral("Chan #005"));
-    }
-
     // Cleared search limits do persist: the profile's search file is rewritten with it.
     void clearedSearchLimitsAreWrittenAtClosing() {
         AppContext& ctx = freshSaved();
@@ -318,23 +303,6 @@ private Q_SLOTS:
         QCOMPARE(ctx.Profiles[0].Banks[10].Chans[20].Desc, QStringLiteral("Chan #200"));
         for (int b = 1; b <= BankCount; ++b)
             QVERIFY(!ctx.Profiles[0].Banks[b].Changed);
-    }
-
-    // Save Bank writes the bank now; at closing only the settings and search files follow.
-    void saveBankThenClosing() {
-        AppContext& ctx = freshSaved();
-        ctx.CurBank = 3;
-        ctx.Profiles[0].Banks[3].Chans[1].Desc = QStringLiteral("Saved");
-        ctx.Profiles[0].Banks[3].Changed = true;
-        SaveBank(ctx);
-        QVERIFY(!ctx.Profiles[0].Banks[3].Changed);
-        QVERIFY(ctx.Profiles[0].Changed);
-        ctx.Profiles[0].Banks[3].Chans[1].Desc = QStringLiteral("Not saved");
-        ctx.Profiles[0].Searches[1].Desc = QStringLiteral("Range one");
-        Save_Profiles(ctx);
-        const auto next = reloaded();
-        QCOMPARE(next->Profiles[0].Banks[3].Chans[1].Desc, QStringLiteral("Saved"));
-        QCOMPARE(next->Profiles[0].Searches[1].Desc, QStringLiteral("Range one"));
     }
 
     void saveBankAsRenamesAndSavesAgainAtClosing() {
