@@ -97,10 +97,9 @@ IniDocument IniDocument::parse(const QByteArray& bytes) {
             line.eol = Eol::None;
         }
         qsizetype stop = end;
-        if (stop > start && text[stop - 1] == QLatin1Char('\r')) {
+        if (line.eol == Eol::Lf && stop > start && text[stop - 1] == QLatin1Char('\r')) {
             --stop;
-            if (line.eol == Eol::Lf)
-                line.eol = Eol::CrLf;
+            line.eol = Eol::CrLf;
         }
         line.begin = qint32(start);
         line.len = qint32(stop - start);
