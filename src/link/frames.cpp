@@ -83,6 +83,28 @@ QString Freq2Str(double hertz) {
     return text;
 }
 
+QList<QByteArray> UploadFrames(const ProfileRec& profile, UploadKind kind, int bank) {
+    QList<QByteArray> frames{BuildStartCom()};
+    if (kind == UploadKind::Search) {
+        for (int r = 1; r <= SearchCount; ++r) {
+            const SearchRec& rec = profile.Searches[r];
+            frames << BuildSearchStr(quint8(r), Freq2Str(rec.Lower), Freq2Str(rec.Upper));
+        }
+    } else {
+        const int first = kind == UploadKind::Bank ? bank : 1;
+        const int last = kind == UploadKind::Bank ? bank : BankCount;
+        for (int b = first; b <= last; ++b) {
+            for (int c = 1; c <= ChansPerBank; ++c) {
+                const ChannelRec& rec = profile.Banks[b].Chans[c];
+                frames << BuildChanStr(quint8(ChannelNumber(b, c)), Freq2Str(rec.Freq), rec.Delay,
+                                       rec.Priority, rec.Lockout);
+            }
+        }
+    }
+    frames << BuildStopCom();
+    return frames;
+}
+
 QString FrameToHex(const QByteArray& frame) {
     return QString::fromLatin1(frame.toHex(' ').toUpper());
 }

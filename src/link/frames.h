@@ -3,7 +3,10 @@
 // them. Pure functions: no state, no port.
 #pragma once
 
+#include "core/records.h"
+
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 namespace kestrel {
@@ -27,6 +30,12 @@ QByteArray BuildSearchStr(quint8 range, const QString& lowerText, const QString&
 // such as 406,006,250 Hz always gives "406.0063". Throws KestrelError for a value that is not a
 // number.
 QString Freq2Str(double hertz);
+
+// What an upload sends.
+enum class UploadKind { AllBanks, Bank, Search };
+
+// Every frame of an upload of the given profile, start frame to stop frame, in sending order.
+QList<QByteArray> UploadFrames(const ProfileRec& profile, UploadKind kind, int bank = 0);
 
 // "81 04 01 01 00 FA": upper-case hex byte pairs separated by blanks.
 QString FrameToHex(const QByteArray& frame);

@@ -56,9 +56,7 @@ struct Rig {
     }
 
     // Lets the simulator take the bytes still on their way (two-wire uploads do not wait).
-    void settle() {
-        QTRY_VERIFY_WITH_TIMEOUT(sim.lines().contains(QStringLiteral("End")), 5000);
-    }
+    void settle() { QTRY_VERIFY_WITH_TIMEOUT(sim.lines().contains(QStringLiteral("End")), 5000); }
 };
 
 ScannerSimulator::Options fast(int cable) {
@@ -99,10 +97,8 @@ private Q_SLOTS:
                 const char* s = split ? " in pieces" : "";
                 QTest::addRow("all, cable %d%s", cable, s) << cable << split << int(All) << 0;
                 QTest::addRow("bank 3, cable %d%s", cable, s) << cable << split << int(Bank) << 3;
-                QTest::addRow("bank 10, cable %d%s", cable, s)
-                    << cable << split << int(Bank) << 10;
-                QTest::addRow("search, cable %d%s", cable, s)
-                    << cable << split << int(Search) << 0;
+                QTest::addRow("bank 10, cable %d%s", cable, s) << cable << split << int(Bank) << 10;
+                QTest::addRow("search, cable %d%s", cable, s) << cable << split << int(Search) << 0;
             }
         }
     }
