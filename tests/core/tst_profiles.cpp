@@ -31,7 +31,6 @@ private Q_SLOTS:
     void serviceAddress_data();
     void serviceAddress();
     void registryValues();
-    void findProfile();
 };
 
 void TestProfiles::firstStartThenSaveMatchesGolden() {
@@ -262,17 +261,12 @@ void TestProfiles::serviceAddress() {
     QFETCH(int, version);
     QFETCH(int, index);
     QFETCH(QString, address);
-    QTemporaryDir dir;
-    writeFile(dir.filePath(QStringLiteral("Main.ini")),
-              QStringLiteral("[RadioRef]\nDBaseVersion=%1\nDBaseIndex=%2\n"
-                             "DBaseEndUsr=https://example.test/svc/\n"
-                             "DBaseLocUsr=http://127.0.0.1:7000/l/\n")
-                  .arg(version)
-                  .arg(index)
-                  .toUtf8());
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    QCOMPARE(ctx.settings.ServiceAddress, address);
+    ProgramSettings s;
+    s.DBaseVersion = qint16(version);
+    s.DBaseIndex = qint16(index);
+    s.DBaseEndUsr = QStringLiteral("https://example.test/svc/");
+    s.DBaseLocUsr = QStringLiteral("http://127.0.0.1:7000/l/");
+    QCOMPARE(DeriveServiceAddress(s), address);
 }
 
 void TestProfiles::registryValues() {
@@ -286,19 +280,6 @@ void TestProfiles::registryValues() {
                      QString::fromLatin1(kProgramKey));
     QVERIFY(native.fileName().startsWith(qEnvironmentVariable("XDG_CONFIG_HOME")));
     QCOMPARE(native.value(QStringLiteral("WebWord")).toString(), QStringLiteral("s3cret"));
-}
-
-void TestProfiles::findProfile() {
-    QTemporaryDir dir;
-    writeFile(dir.filePath(QStringLiteral("Profiles.ini")), "[Profiles]\nProfile02=Air Band\n");
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("0")), 0);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("9")), 9);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("10")), -1);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("Main")), 0);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("air band")), 2);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("Nope")), -1);
 }
 
 QTEST_GUILESS_MAIN(TestProfiles)
