@@ -161,6 +161,10 @@ void TestProfiles::saveWritesOnlyWhatChanged() {
         ctx.Profiles[0].Changed = true;
         Save_Profiles(ctx);
     }
+    // Files in a form of their own: a rewrite would show as a change.
+    writeFile(dir.filePath(QStringLiteral("Banks/Bank43.BKE")), "[ChnlInfo]\nChannel01 = 40.5,x\n");
+    writeFile(dir.filePath(QStringLiteral("Banks/SrchBank04.SKE")),
+              "[SrchInfo]\nSearch01 = 25,28,x\n");
     AppContext ctx(dir.path());
     Load_Profiles(ctx);
     const auto before = snapshotTree(dir.path());
@@ -178,8 +182,9 @@ void TestProfiles::saveWritesOnlyWhatChanged() {
     for (auto it = after.begin(); it != after.end(); ++it)
         if (before.value(it.key()) != it.value())
             changed << it.key();
-    // Profile04.ini and the list are rewritten with equal bytes; only the bank file differs.
-    QCOMPARE(changed, QStringList{QStringLiteral("Banks/Bank42.BKE")});
+    // The search file of a saved profile is always written, a bank file only when changed.
+    QCOMPARE(changed, (QStringList{QStringLiteral("Banks/Bank42.BKE"),
+                                   QStringLiteral("Banks/SrchBank04.SKE")}));
     QCOMPARE(after.keys(), before.keys());
     QVERIFY(!ctx.Profiles[4].Changed && !ctx.Profiles[4].Banks[2].Changed);
     QVERIFY(ctx.Profiles[5].Banks[1].Changed);
