@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bankorganizer.h"
+
+#include "arrange.h"
+#include "core/files.h"
+
+namespace kestrel {
+
+void BankOrganizer::load() {
+    Trap(m_ctx.errors, "FrmBankEdit -> Load", [&] {
+        m_names.clear();
+        m_origin.clear();
+        for (int b = 1; b <= BankCount; ++b) {
+            m_names.append(m_ctx.cur().Banks[b].FileName);
+            m_origin.append(b);
+        }
+        m_changed = false;
+    });
+}
+
+bool BankOrganizer::drop(const QString& text, int target) {
+    return Trap(m_ctx.errors, "FrmBankEdit -> SrcBanks_OLEDragDrop", [&](Stmt& s) {
+        s.at(1);
+        const std::optional<QList<int>> dragged = XfrPositions(text, BankCount);
+        if (!dragged || target < 1 || target > BankCount)
+            return false;
+        s.at(2);
+        const std::optional<QList<int>> order = ArrangeOrder(BankCount, *dragged, target);
+        if (!order)
+            return false;
+        s.at(3);
+        QStringList names;
+        QList<int> origin;
+        for (int p : *order) {
+            names.append(m_names[p - 1]);
+            origin.append(m_origin[p - 1]);
+        }
+        m_names = names;
+        m_origin = origin;
+        m_changed = true;
+        return true;
+    });
+}
+
+void BankOrganizer::sort() {
+    Trap(m_ctx.errors, "FrmBankEdit -> SortBanks", [&] {
+        const QList<int> order = InsertionSortOrder(m_names, CodeLess);
+        QStringList names;
+        QList<int> origin;
+        for (int i : order) {
+            names.append(m_names[i]);
+            origin.append(m_origin[i]);
+        }
+        m_names = names;
+        m_origin = origin;
+        m_changed = true;
+    });
+}
+
+bool BankOrganizer::save() {
+    return Trap(m_ctx.errors, "FrmBankEdit -> SaveBtn", [&](Stmt& s) {
+        if (!m_changed)
+            return false;
+        s.at(1);
+        ProfileRec& profile = m_ctx.cur();
+        // A bank that never had a name has no file to load from: its channels move with it.
+        std::array<BankRec, BankCount + 1> before = profile.Banks;
+        bool any = false;
+        for (int i = 1; i <= BankCount; ++i) {
+            s.at(2);
+            BankRec& bank = profile.Banks[i];
+            const QString& name = m_names[i - 1];
+            if (bank.FileName == name)
+                continue;
+            if (name.isEmpty()) {
+                bank = before[m_origin[i - 1]];
+            } else {
+                bank.FileName = name;
+                Load_BankInfo(m_ctx, m_ctx.CurProfile, i, m_ctx.bankPath(name));
+            }
+            // The new order is kept in the profile's settings file on the next save.
+            bank.Changed = true;
+            profile.Changed = true;
+            any = true;
+        }
+        s.at(3);
+        m_changed = false;
+        for (int i = 0; i < BankCount; ++i)
+            m_origin[i] = i + 1;
+        return any;
+    });
+}
+
+} // namespace kestrel

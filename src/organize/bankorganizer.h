@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the "Organize Banks" window does, without the window: the ten bank names of the current
+// profile in a new order, built by drops and sorting, and applied to the profile on save.
+#pragma once
+
+#include "core/appcontext.h"
+
+namespace kestrel {
+
+class BankOrganizer {
+public:
+    explicit BankOrganizer(AppContext& ctx) : m_ctx(ctx) {}
+
+    // Takes the names of banks 1..10 of the current profile; nothing is changed yet.
+    void load();
+
+    const QStringList& names() const { return m_names; }
+    bool changed() const { return m_changed; }
+
+    // A drop of `text` onto the row at position target (1..10). True when the order changed;
+    // anything that is not a payload of this list, or a drop onto a dragged row, changes nothing.
+    bool drop(const QString& text, int target);
+
+    // Sorts the names by character code (stable) and marks the order changed.
+    void sort();
+
+    // Applies the order, when changed: every position whose name differs takes that name and
+    // is loaded from its bank file. True when anything was applied.
+    bool save();
+
+private:
+    AppContext& m_ctx;
+    QStringList m_names;
+    QList<int> m_origin; // the position each name had when the window loaded
+    bool m_changed = false;
+};
+
+} // namespace kestrel
