@@ -4,15 +4,20 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QStringList>
-#include <QMap>
 #include <QTemporaryDir>
 
 namespace kestrel::test {
 
 QByteArray readFile(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
+// The bytes of a literal, NUL characters included.
+template <size_t N> QByteArray bytesOf(const char (&s)[N]) {
+    return QByteArray(s, qsizetype(N - 1));
+}
+
 // A file under tests/data.
 QString dataPath(const QString& relative);
 

@@ -79,6 +79,7 @@ struct Command {
     const char* name;
     const char* usage; // "show [--profile P] (--bank N | --search | --all)"
     CommandFn run;
+    bool draws = false; // needs fonts and a paint device: runs under an offscreen GUI application
 };
 
 // Each cmd_*.cpp registers its command with a file-level `const CommandRegistration`.

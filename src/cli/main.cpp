@@ -2,8 +2,9 @@
 // kestrelctl: the command line over the same libraries as the window.
 #include "cli.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <cstring>
+#include <memory>
 
 namespace kestrel::cli {
 namespace {
@@ -14,12 +15,36 @@ void usage() {
         err(QStringLiteral("  kestrelctl ") + QString::fromLatin1(c.usage));
 }
 
+// The command named on the command line (skipping "--data-dir DIR"), before any application
+// object exists: a command that draws needs a GUI application, the others must not.
+bool commandDraws(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--data-dir") == 0) {
+            ++i;
+            continue;
+        }
+        for (const Command& c : commands())
+            if (std::strcmp(argv[i], c.name) == 0)
+                return c.draws;
+        return false;
+    }
+    return false;
+}
+
 } // namespace
 } // namespace kestrel::cli
 
 int main(int argc, char** argv) {
     using namespace kestrel::cli;
-    QCoreApplication app(argc, argv);
+    std::unique_ptr<QCoreApplication> application;
+    if (commandDraws(argc, argv)) {
+        // Fonts and paint devices without a display: the offscreen platform always suffices.
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        application = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    }
+    QCoreApplication& app = *application;
     QCoreApplication::setOrganizationName(QString::fromLatin1(kestrel::kPublisher));
     QCoreApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
 

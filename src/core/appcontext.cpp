@@ -10,8 +10,8 @@
 namespace kestrel {
 
 AppContext::AppContext(const QString& appDir, Prompts* prompts)
-    : errors(QString(), nullptr), m_appDir(QDir(appDir).absolutePath()),
-      m_silent(Answer::Yes), m_prompts(prompts ? prompts : &m_silent) {
+    : errors(QString(), nullptr), m_appDir(QDir(appDir).absolutePath()), m_silent(Answer::Yes),
+      m_prompts(prompts ? prompts : &m_silent) {
     errors.setLogDir(m_appDir);
     errors.setPrompts(m_prompts);
     SetDefChans(DefChans);
@@ -23,7 +23,9 @@ void AppContext::setPrompts(Prompts* prompts) {
     errors.setPrompts(m_prompts);
 }
 
-QString AppContext::banksDir() const { return m_appDir + QStringLiteral("/Banks"); }
+QString AppContext::banksDir() const {
+    return m_appDir + QStringLiteral("/Banks");
+}
 
 QString AppContext::settingsPath(const QString& name) const {
     return m_appDir + QLatin1Char('/') + name + QStringLiteral(".ini");

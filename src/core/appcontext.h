@@ -10,8 +10,8 @@
 #include "settings.h"
 
 #include <QSize>
-#include <QStringList>
 #include <QString>
+#include <QStringList>
 #include <array>
 
 namespace kestrel {
@@ -25,11 +25,11 @@ public:
     AppContext& operator=(const AppContext&) = delete;
 
     const QString& appDir() const { return m_appDir; }
-    QString banksDir() const;                           // appDir + "/Banks"
-    QString settingsPath(const QString& name) const;    // appDir + "/" + name + ".ini"
-    QString bankPath(const QString& baseName) const;    // Banks/ + base + ".BKE"
-    QString searchPath(const QString& baseName) const;  // Banks/ + base + ".SKE"
-    QString profileListPath() const;                    // appDir + "/Profiles.ini"
+    QString banksDir() const;                          // appDir + "/Banks"
+    QString settingsPath(const QString& name) const;   // appDir + "/" + name + ".ini"
+    QString bankPath(const QString& baseName) const;   // Banks/ + base + ".BKE"
+    QString searchPath(const QString& baseName) const; // Banks/ + base + ".SKE"
+    QString profileListPath() const;                   // appDir + "/Profiles.ini"
 
     Prompts& prompts() { return *m_prompts; }
     void setPrompts(Prompts* prompts);

@@ -16,16 +16,23 @@ constexpr char16_t kCp1252High[32] = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
-bool isBlank(QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\t'); }
+bool isBlank(QChar c) {
+    return c == QLatin1Char(' ') || c == QLatin1Char('\t');
+}
 
 // Trimmed range [begin, begin+len) of text within [from, to).
-void trimRange(const QString& text, int from, int to, int& begin, int& len) {
+void trimRange(QStringView text, qint32 from, qint32 to, qint32& begin, qint32& len) {
     while (from < to && isBlank(text[from]))
         ++from;
     while (to > from && isBlank(text[to - 1]))
         --to;
     begin = from;
     len = to - from;
+}
+
+// Case-insensitive equality; lengths are compared first since most candidates differ there.
+bool sameName(QStringView a, QStringView b) {
+    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
@@ -47,57 +54,65 @@ QString DecodeText(const QByteArray& bytes) {
     return text;
 }
 
-IniDocument::Line IniDocument::parseLine(QString text, const QString& section) {
-    Line line;
-    line.text = std::move(text);
-    line.section = section;
-    const QString& t = line.text;
-    int b = 0;
-    while (b < t.size() && isBlank(t[b]))
+void IniDocument::scanLine(QStringView t, Line& line) {
+    const qint32 n = qint32(t.size());
+    qint32 b = 0;
+    while (b < n && isBlank(t[b]))
         ++b;
-    if (b >= t.size() || t[b] == QLatin1Char(';'))
-        return line;
+    line.kind = Kind::Other;
+    if (b >= n || t[b] == QLatin1Char(';'))
+        return;
     if (t[b] == QLatin1Char('[')) {
-        line.isHeader = true;
-        int close = int(t.indexOf(QLatin1Char(']'), b + 1));
+        qint32 close = qint32(t.indexOf(QLatin1Char(']'), b + 1));
         if (close < 0)
-            close = int(t.size());
-        int nb, nl;
-        trimRange(t, b + 1, close, nb, nl);
-        line.section = t.mid(nb, nl);
-        return line;
+            close = n;
+        trimRange(t, b + 1, close, line.nameBegin, line.nameLen);
+        line.kind = Kind::Header;
+        return;
     }
-    const int eq = int(t.indexOf(QLatin1Char('='), b));
+    const qint32 eq = qint32(t.indexOf(QLatin1Char('='), b));
     if (eq < 0)
-        return line;
-    trimRange(t, b, eq, line.keyBegin, line.keyLen);
-    if (line.keyLen == 0) {
-        line.keyBegin = -1;
-        return line;
-    }
-    trimRange(t, eq + 1, int(t.size()), line.valueBegin, line.valueLen);
-    return line;
+        return;
+    trimRange(t, b, eq, line.nameBegin, line.nameLen);
+    if (line.nameLen == 0)
+        return;
+    trimRange(t, eq + 1, n, line.valueBegin, line.valueLen);
+    line.kind = Kind::Key;
 }
 
 IniDocument IniDocument::parse(const QByteArray& bytes) {
     IniDocument doc;
-    const QString text = DecodeText(bytes);
-    doc.m_crlf = text.contains(QLatin1String("\r\n"));
-    QString section;
-    qsizetype start = 0;
+    doc.m_text = DecodeText(bytes);
+    const QStringView text(doc.m_text);
     const qsizetype n = text.size();
-    doc.m_lines.reserve(size_t(text.count(QLatin1Char('\n')) + 1));
+    const qsizetype firstLf = text.indexOf(QLatin1Char('\n'));
+    doc.m_eol = firstLf > 0 && text[firstLf - 1] == QLatin1Char('\r') ? Eol::CrLf : Eol::Lf;
+    qsizetype start = 0;
     while (start < n) {
         qsizetype end = text.indexOf(QLatin1Char('\n'), start);
-        if (end < 0)
+        Line line;
+        line.eol = Eol::Lf;
+        if (end < 0) {
             end = n;
+            line.eol = Eol::None;
+        }
         qsizetype stop = end;
-        if (stop > start && text[stop - 1] == QLatin1Char('\r'))
+        if (line.eol == Eol::Lf && stop > start && text[stop - 1] == QLatin1Char('\r')) {
             --stop;
-        Line line = parseLine(text.mid(start, stop - start), section);
-        if (line.isHeader)
-            section = line.section;
-        doc.m_lines.push_back(std::move(line));
+            line.eol = Eol::CrLf;
+        }
+        line.begin = qint32(start);
+        line.len = qint32(stop - start);
+        scanLine(text.sliced(start, stop - start), line);
+        if (line.kind == Kind::Other && !doc.m_lines.empty() &&
+            doc.m_lines.back().kind == Kind::Other) {
+            // Join the run: its inner line ends become part of its text, kept as they were.
+            Line& run = doc.m_lines.back();
+            run.len = qint32(stop - run.begin);
+            run.eol = line.eol;
+        } else {
+            doc.m_lines.push_back(line);
+        }
         start = end + 1;
     }
     return doc;
@@ -105,87 +120,117 @@ IniDocument IniDocument::parse(const QByteArray& bytes) {
 
 IniDocument IniDocument::load(const QString& path) {
     QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
+    if (!f.exists())
         return {};
+    if (!f.open(QIODevice::ReadOnly) || f.size() > kIniFileMax) {
+        IniDocument doc;
+        doc.m_readFailed = true;
+        return doc;
+    }
     return parse(f.readAll());
 }
 
-const IniDocument::Line* IniDocument::find(QStringView section, QStringView key) const {
+QStringView IniDocument::name(const Line& line) const {
+    return QStringView(m_text).sliced(line.begin + line.nameBegin, line.nameLen);
+}
+
+qsizetype IniDocument::find(QStringView section, QStringView key) const {
     // Only the first block of a section counts, as with the platform's reader.
     bool inBlock = false;
-    for (const Line& line : m_lines) {
-        if (line.isHeader) {
+    for (size_t i = 0; i < m_lines.size(); ++i) {
+        const Line& line = m_lines[i];
+        if (line.kind == Kind::Header) {
             if (inBlock)
-                return nullptr;
-            inBlock = line.section.compare(section, Qt::CaseInsensitive) == 0;
-        } else if (inBlock && line.isKey() &&
-                   QStringView(line.text).mid(line.keyBegin, line.keyLen)
-                           .compare(key, Qt::CaseInsensitive) == 0) {
-            return &line;
+                return -1;
+            inBlock = sameName(name(line), section);
+        } else if (inBlock && line.kind == Kind::Key && sameName(name(line), key)) {
+            return qsizetype(i);
         }
     }
-    return nullptr;
+    return -1;
+}
+
+QStringView IniDocument::readView(QStringView section, QStringView key) const {
+    const qsizetype i = find(section, key);
+    if (i < 0)
+        return {};
+    const Line& line = m_lines[size_t(i)];
+    return QStringView(m_text).sliced(line.begin + line.valueBegin,
+                                      qMin(line.valueLen, qint32(kIniValueMax)));
 }
 
 QString IniDocument::ReadKey(QStringView section, QStringView key) const {
-    const Line* line = find(section, key);
-    if (!line)
-        return {};
-    return line->text.mid(line->valueBegin, qMin(line->valueLen, kIniValueMax));
+    return readView(section, key).toString();
+}
+
+IniDocument::Line IniDocument::appendLine(const QString& text, Eol eol) {
+    Line line;
+    line.begin = qint32(m_text.size());
+    line.len = qint32(text.size());
+    line.eol = eol;
+    m_text += text;
+    scanLine(QStringView(m_text).sliced(line.begin, line.len), line);
+    return line;
 }
 
 void IniDocument::WriteKey(const QString& section, const QString& key, const QString& value) {
+    // A line end inside a value would split the line and corrupt the file.
     QString clean = value;
     clean.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
-    if (const Line* found = find(section, key)) {
-        Line& line = m_lines[size_t(found - m_lines.data())];
-        const QString keyText = line.text.mid(line.keyBegin, line.keyLen);
-        line = parseLine(keyText + QLatin1Char('=') + clean, line.section);
+    const qsizetype found = find(section, key);
+    if (found >= 0) {
+        Line& line = m_lines[size_t(found)];
+        const QString keyText = name(line).toString(); // the file's own spelling stays
+        line = appendLine(keyText + QLatin1Char('=') + clean, line.eol);
         return;
     }
-    // Find the section's first block; insert after its last key (or its header).
+    const QString text = key + QLatin1Char('=') + clean;
     size_t header = m_lines.size();
     for (size_t i = 0; i < m_lines.size(); ++i) {
-        if (m_lines[i].isHeader &&
-            m_lines[i].section.compare(section, Qt::CaseInsensitive) == 0) {
+        if (m_lines[i].kind == Kind::Header && sameName(name(m_lines[i]), section)) {
             header = i;
             break;
         }
     }
     if (header == m_lines.size()) {
-        Line h;
-        h.text = QLatin1Char('[') + section + QLatin1Char(']');
-        h.section = section;
-        h.isHeader = true;
-        m_lines.push_back(std::move(h));
-        m_lines.push_back(parseLine(key + QLatin1Char('=') + clean, section));
+        m_lines.push_back(appendLine(QLatin1Char('[') + section + QLatin1Char(']'), m_eol));
+        m_lines.push_back(appendLine(text, m_eol));
         return;
     }
+    // After the section's last key (or its header), so comments below the section stay below.
     size_t insertAt = header + 1;
-    for (size_t i = header + 1; i < m_lines.size() && !m_lines[i].isHeader; ++i) {
-        if (m_lines[i].isKey())
+    for (size_t i = header + 1; i < m_lines.size() && m_lines[i].kind != Kind::Header; ++i) {
+        if (m_lines[i].kind == Kind::Key)
             insertAt = i + 1;
     }
-    const QString sectionName = m_lines[header].section;
-    m_lines.insert(m_lines.begin() + std::ptrdiff_t(insertAt),
-                   parseLine(key + QLatin1Char('=') + clean, sectionName));
+    const Line line = appendLine(text, m_eol);
+    m_lines.insert(m_lines.begin() + std::ptrdiff_t(insertAt), line);
 }
 
 QByteArray IniDocument::serialize() const {
     QString out;
     qsizetype total = 0;
     for (const Line& l : m_lines)
-        total += l.text.size() + 2;
+        total += l.len + 2;
     out.reserve(total);
-    const QLatin1String eol(m_crlf ? "\r\n" : "\n");
-    for (const Line& l : m_lines) {
-        out += l.text;
-        out += eol;
+    const QStringView text(m_text);
+    for (size_t i = 0; i < m_lines.size(); ++i) {
+        const Line& l = m_lines[i];
+        out += text.sliced(l.begin, l.len);
+        Eol eol = l.eol;
+        if (eol == Eol::None && i + 1 < m_lines.size())
+            eol = m_eol; // a line that was last in the file and now has lines after it
+        if (eol == Eol::CrLf)
+            out += QLatin1String("\r\n");
+        else if (eol == Eol::Lf)
+            out += QLatin1Char('\n');
     }
     return out.toUtf8();
 }
 
 bool IniDocument::save(const QString& path) const {
+    if (m_readFailed)
+        return false;
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly))
         return false;

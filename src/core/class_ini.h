@@ -15,18 +15,23 @@ namespace kestrel {
 
 // At most this many characters of a value are returned (the reader's buffer holds 255).
 inline constexpr int kIniValueMax = 254;
+// Files larger than this are not ours; they are read as empty and left alone.
+inline constexpr qint64 kIniFileMax = 256 * 1024 * 1024;
 
 // One INI file held in memory: read once, queried and changed many times, written once.
 class IniDocument {
 public:
     IniDocument() = default;
 
-    // Reads the file; a missing or unreadable file gives an empty document.
+    // Reads the file; a missing or unreadable file gives an empty document. A file that exists
+    // but cannot be read (or is beyond kIniFileMax) is never overwritten by save().
     static IniDocument load(const QString& path);
     static IniDocument parse(const QByteArray& bytes);
 
     // The key's value (at most 254 characters), or an empty text when the key is absent.
     QString ReadKey(QStringView section, QStringView key) const;
+    // The same without a copy; valid until the document changes.
+    QStringView readView(QStringView section, QStringView key) const;
     // Sets the key, adding the key after the section's last key, or the section at the end.
     void WriteKey(const QString& section, const QString& key, const QString& value);
 
@@ -35,19 +40,28 @@ public:
     bool save(const QString& path) const;
 
 private:
+    // A line of the file as offsets into m_text. Runs of lines that are neither headers nor keys
+    // (blank lines, comments, junk) are held as one entry, so a huge file of them stays small.
+    enum class Kind : quint8 { Other, Header, Key };
+    enum class Eol : quint8 { None, Lf, CrLf };
     struct Line {
-        QString text;    // the line as read (or as written)
-        QString section; // the section this line belongs to ("" before the first header)
-        int keyBegin = -1, keyLen = 0;
-        int valueBegin = -1, valueLen = 0;
-        bool isHeader = false;
-        bool isKey() const { return keyBegin >= 0; }
+        qint32 begin = 0;                  // in m_text
+        qint32 len = 0;                    // without the line end
+        qint32 nameBegin = 0, nameLen = 0; // section name or key, relative to begin
+        qint32 valueBegin = 0, valueLen = 0;
+        Kind kind = Kind::Other;
+        Eol eol = Eol::None;
     };
-    const Line* find(QStringView section, QStringView key) const;
-    static Line parseLine(QString text, const QString& section);
+    QStringView name(const Line& line) const;
+    qsizetype find(QStringView section, QStringView key) const; // index of the key line or -1
+    // Appends a line's text to m_text and describes it.
+    Line appendLine(const QString& text, Eol eol);
+    static void scanLine(QStringView text, Line& line);
 
+    QString m_text;
     std::vector<Line> m_lines;
-    bool m_crlf = false;
+    bool m_readFailed = false; // the file is there but could not be read: never overwrite it
+    Eol m_eol = Eol::Lf;       // line end for new lines: the file's own
 };
 
 // The accessor bound to one file path through which single keys are read and written. Each call

@@ -29,9 +29,9 @@ void ErrorReporter::ReportError(const QString& label, int line, int number,
     m_currentLabel = label;
     ++m_reports;
     if (!m_suppress && m_prompts) {
-        const Answer a = m_prompts->message(dialogText(label, line, number, description),
-                                            m_title + QStringLiteral(" Error"), Icon::Critical,
-                                            Buttons::YesNo);
+        const Answer a =
+            m_prompts->message(dialogText(label, line, number, description),
+                               m_title + QStringLiteral(" Error"), Icon::Critical, Buttons::YesNo);
         if (a == Answer::Yes)
             m_suppress = true;
     }
@@ -47,10 +47,9 @@ void ErrorReporter::LogError(const QString& where, int number, const QString& de
     const QDateTime now = QDateTime::currentDateTime();
     const QString entry = QStringLiteral("\n-- Error Occured: ") +
                           now.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" - ") +
-                          now.toString(QStringLiteral("HH:mm:ss")) +
-                          QStringLiteral(" --\n") + where + QStringLiteral(", Error: ") +
-                          QString::number(number) + QStringLiteral(" -> ") + description +
-                          QStringLiteral("\n");
+                          now.toString(QStringLiteral("HH:mm:ss")) + QStringLiteral(" --\n") +
+                          where + QStringLiteral(", Error: ") + QString::number(number) +
+                          QStringLiteral(" -> ") + description + QStringLiteral("\n");
     f.write(entry.toUtf8());
 }
 

@@ -17,8 +17,7 @@ class Prompts;
 class KestrelError : public std::exception {
 public:
     KestrelError(int number, QString description)
-        : m_number(number), m_description(std::move(description)),
-          m_what(m_description.toUtf8()) {}
+        : m_number(number), m_description(std::move(description)), m_what(m_description.toUtf8()) {}
     int number() const { return m_number; }
     const QString& description() const { return m_description; }
     const char* what() const noexcept override { return m_what.constData(); }
@@ -89,11 +88,11 @@ void reportCurrentException(ErrorReporter& reporter, const QString& label, int l
 // Runs a procedure's body under the program-wide trap: an exception is reported with the label
 // and the statement reached, and the procedure returns its result type's zero value.
 // The body takes a Stmt& when it numbers its statements, or nothing.
-template <typename F>
-auto Trap(ErrorReporter& reporter, const char* label, F&& body) {
+template <typename F> auto Trap(ErrorReporter& reporter, const char* label, F&& body) {
     Stmt stmt;
-    using R = typename std::conditional_t<std::is_invocable_v<F, Stmt&>,
-                                          std::invoke_result<F, Stmt&>, std::invoke_result<F>>::type;
+    using R =
+        typename std::conditional_t<std::is_invocable_v<F, Stmt&>, std::invoke_result<F, Stmt&>,
+                                    std::invoke_result<F>>::type;
     try {
         if constexpr (std::is_invocable_v<F, Stmt&>)
             return body(stmt);

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
+
 namespace kestrel {
 
 const char* const kRenameExistsMessage = "Can NOT Rename File, Destination May Exist Already!!!";
@@ -19,8 +21,26 @@ const QString kChnlInfo = QStringLiteral("ChnlInfo");
 const QString kSrchInfo = QStringLiteral("SrchInfo");
 const QString kRevision = QStringLiteral("Revision");
 
-QString channelKey(int c) { return QStringLiteral("Channel") + Num2(c); }
-QString searchKey(int i) { return QStringLiteral("Search") + Num2(i); }
+// The keys are built once: loading looks each of them up in every bank and search file.
+const QString& channelKey(int c) {
+    static const auto keys = [] {
+        std::array<QString, ChansPerBank + 1> k;
+        for (int i = 1; i <= ChansPerBank; ++i)
+            k[i] = QStringLiteral("Channel") + Num2(i);
+        return k;
+    }();
+    return keys[c];
+}
+
+const QString& searchKey(int i) {
+    static const auto keys = [] {
+        std::array<QString, SearchCount + 1> k;
+        for (int n = 1; n <= SearchCount; ++n)
+            k[n] = QStringLiteral("Search") + Num2(n);
+        return k;
+    }();
+    return keys[i];
+}
 
 void checkProfile(qint16 p) {
     if (p < 0 || p > ProfileCount)
@@ -55,8 +75,8 @@ void Load_BankInfo(AppContext& ctx, qint16 p, int b, const QString& path) {
         bank.Revision = Validate_Byte(doc.ReadKey(kBankInfo, kRevision), 0, 0, 255);
         s.at(2);
         for (int c = 1; c <= ChansPerBank; ++c) {
-            const QString& def = ctx.DefChans[ChannelNumber(b, c)];
-            const QString value = doc.ReadKey(kChnlInfo, channelKey(c));
+            const QStringView def = ctx.DefChans[ChannelNumber(b, c)];
+            const QStringView value = doc.readView(kChnlInfo, channelKey(c));
             ParseChannelLine(bank.Chans[c], value.isEmpty() ? def : value, def);
         }
     });
@@ -82,8 +102,8 @@ void Load_SearchInfo(AppContext& ctx, qint16 p, const QString& path) {
         const IniDocument doc = IniDocument::load(path);
         ProfileRec& profile = ctx.Profiles[p];
         for (int i = 1; i <= SearchCount; ++i) {
-            const QString& def = ctx.DefSearch[i];
-            const QString value = doc.ReadKey(kSrchInfo, searchKey(i));
+            const QStringView def = ctx.DefSearch[i];
+            const QStringView value = doc.readView(kSrchInfo, searchKey(i));
             ParseSearchLine(profile.Searches[i], value.isEmpty() ? def : value, def);
         }
     });

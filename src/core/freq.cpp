@@ -14,17 +14,18 @@ namespace kestrel {
 
 namespace {
 
+// Blanks, tabs and line feeds are skipped anywhere in a number; a carriage return is not.
 bool isBlank(QChar c) {
-    return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\n') ||
-           c == QLatin1Char('\r');
+    return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\n');
 }
 
-bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+bool isDigit(QChar c) {
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
 
 // Rounds into [min, max] the way the validators do: the ends clamp, a half goes to the even
 // neighbour.
-template <typename T>
-T clampRound(double v, T min, T max) {
+template <typename T> T clampRound(double v, T min, T max) {
     if (v <= min)
         return min;
     if (v >= max)
@@ -127,7 +128,9 @@ QString FreqToString(double hz) {
     return text + QString(6 - decimals, QLatin1Char('0'));
 }
 
-QString BoolToString(bool b) { return b ? QStringLiteral("True") : QStringLiteral("False"); }
+QString BoolToString(bool b) {
+    return b ? QStringLiteral("True") : QStringLiteral("False");
+}
 
 bool Validate_Bool(QStringView text, bool def) {
     if (text.isEmpty())
@@ -195,7 +198,13 @@ void Delay(double seconds) {
     loop.exec();
 }
 
-QString Num2(int n) { return QString::asprintf("%02d", n); }
-QString Num3(int n) { return QString::asprintf("%03d", n); }
+QString Num2(int n) {
+    return n < 0 ? QString::asprintf("%02d", n)
+                 : QString::number(n).rightJustified(2, QLatin1Char('0'));
+}
+QString Num3(int n) {
+    return n < 0 ? QString::asprintf("%03d", n)
+                 : QString::number(n).rightJustified(3, QLatin1Char('0'));
+}
 
 } // namespace kestrel

@@ -12,7 +12,7 @@ inline constexpr double kBandLowHz = 25'000'000.0;
 inline constexpr double kBandHighHz = 956'000'000.0;
 
 // Numeric value of the leading number of a text: "." is the decimal point whatever the locale,
-// blanks, tabs and line ends anywhere are skipped, an exponent is accepted, reading stops at the
+// blanks, tabs and line feeds anywhere are skipped, an exponent is accepted, reading stops at the
 // first character that cannot continue the number. Empty or non-numeric text gives 0.
 double LeadingNumber(QStringView text);
 

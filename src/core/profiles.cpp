@@ -15,8 +15,12 @@ const QString kRadioRefSec = QStringLiteral("RadioRef");
 const QString kScanBanksSec = QStringLiteral("ScanBanks");
 const QString kPortsSec = QStringLiteral("Ports");
 
-QString profileKey(int p) { return QStringLiteral("Profile") + Num2(p); }
-QString bankKey(int b) { return QStringLiteral("Bank") + Num2(b); }
+QString profileKey(int p) {
+    return QStringLiteral("Profile") + Num2(p);
+}
+QString bankKey(int b) {
+    return QStringLiteral("Bank") + Num2(b);
+}
 
 void checkProfile(qint16 p) {
     if (p < 0 || p >= ProfileCount)
@@ -75,9 +79,15 @@ void writeProgramSettings(const AppContext& ctx, IniDocument& doc) {
 
 } // namespace
 
-QString DefaultSrchName(int p) { return QStringLiteral("SrchBank") + Num2(p); }
-QString DefaultBankName(int p, int b) { return QStringLiteral("Bank") + Num2(p * 10 + b); }
-QString DefaultProfileName(int p) { return profileKey(p); }
+QString DefaultSrchName(int p) {
+    return QStringLiteral("SrchBank") + Num2(p);
+}
+QString DefaultBankName(int p, int b) {
+    return QStringLiteral("Bank") + Num2(p * 10 + b);
+}
+QString DefaultProfileName(int p) {
+    return profileKey(p);
+}
 
 void Load_Profiles(AppContext& ctx) {
     Trap(ctx.errors, "ModMain -> Load_Profiles", [&](Stmt& s) {
@@ -106,9 +116,8 @@ void Load_Settings(AppContext& ctx, qint16 p, const QString& givenPath) {
     Trap(ctx.errors, "ModMain -> Load_Settings", [&](Stmt& s) {
         s.at(1);
         checkProfile(p);
-        const QString path = givenPath.isEmpty()
-                                 ? ctx.settingsPath(QStringLiteral("kestrel-manager"))
-                                 : givenPath;
+        const QString path =
+            givenPath.isEmpty() ? ctx.settingsPath(QStringLiteral("kestrel-manager")) : givenPath;
         const IniDocument doc = IniDocument::load(path);
         s.at(2);
         if (p == 0)

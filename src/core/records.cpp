@@ -31,10 +31,10 @@ constexpr const char* kFactoryMHz[150] = {
 };
 
 constexpr const char* kFactorySearch[SearchCount + 1] = {
-    "000.000,000.000,Edit-Me",      "025.000,027.995,Search #1",   "028.000,029.695,Search #2",
-    "029.700,049.995,Search #3",    "050.000,054.000,Search #4",   "137.000,143.995,Search #5",
-    "144.000,147.995,Search #6",    "406.000,419.99375,Search #7", "420.000,449.99375,Search #8",
-    "450.000,469.99375,Search #9",  "806.000,956.000,Search #10",
+    "000.000,000.000,Edit-Me",     "025.000,027.995,Search #1",   "028.000,029.695,Search #2",
+    "029.700,049.995,Search #3",   "050.000,054.000,Search #4",   "137.000,143.995,Search #5",
+    "144.000,147.995,Search #6",   "406.000,419.99375,Search #7", "420.000,449.99375,Search #8",
+    "450.000,469.99375,Search #9", "806.000,956.000,Search #10",
 };
 
 const QChar kComma = QLatin1Char(',');
@@ -50,7 +50,8 @@ void SetDefChans(DefChansTable& table) {
                    QStringLiteral(",False,False,False");
     }
     for (int n = 151; n <= ChannelCount; ++n)
-        table[n] = QStringLiteral("0000.000,Chan #") + Num3(n) + QStringLiteral(",False,False,True");
+        table[n] =
+            QStringLiteral("0000.000,Chan #") + Num3(n) + QStringLiteral(",False,False,True");
 }
 
 void SetDefSearch(DefSearchTable& table) {
@@ -58,29 +59,50 @@ void SetDefSearch(DefSearchTable& table) {
         table[i] = QString::fromLatin1(kFactorySearch[i]);
 }
 
-void ParseChannelLine(ChannelRec& rec, const QString& line, const QString& fallback) {
-    QStringList f = line.split(kComma);
-    if (f.size() != 5)
-        f = fallback.split(kComma);
-    if (f.size() != 5)
-        f = QStringList{QString(), QString(), QString(), QString(), QString()};
+namespace {
+
+// Splits a line at every comma into exactly N fields; false when the count differs.
+template <int N> bool splitFields(QStringView line, std::array<QStringView, N>& f) {
+    int count = 0;
+    qsizetype from = 0;
+    while (true) {
+        const qsizetype comma = line.indexOf(kComma, from);
+        if (count == N)
+            return false;
+        if (comma < 0) {
+            f[count++] = line.sliced(from);
+            return count == N;
+        }
+        f[count++] = line.sliced(from, comma - from);
+        from = comma + 1;
+    }
+}
+
+template <int N>
+std::array<QStringView, N> fieldsOrFallback(QStringView line, QStringView fallback) {
+    std::array<QStringView, N> f{};
+    if (!splitFields<N>(line, f) && !splitFields<N>(fallback, f))
+        f = {};
+    return f;
+}
+
+} // namespace
+
+void ParseChannelLine(ChannelRec& rec, QStringView line, QStringView fallback) {
+    const auto f = fieldsOrFallback<5>(line, fallback);
     rec.Freq = FreqToDouble(f[0]);
-    rec.Desc = f[1];
+    rec.Desc = f[1].toString();
     rec.Priority = Validate_Bool(f[2], false);
     rec.Delay = Validate_Bool(f[3], false);
     rec.Lockout = Validate_Bool(f[4], false);
     rec.Mark = 0;
 }
 
-void ParseSearchLine(SearchRec& rec, const QString& line, const QString& fallback) {
-    QStringList f = line.split(kComma);
-    if (f.size() != 3)
-        f = fallback.split(kComma);
-    if (f.size() != 3)
-        f = QStringList{QString(), QString(), QString()};
+void ParseSearchLine(SearchRec& rec, QStringView line, QStringView fallback) {
+    const auto f = fieldsOrFallback<3>(line, fallback);
     rec.Lower = FreqToDouble(f[0]);
     rec.Upper = FreqToDouble(f[1]);
-    rec.Desc = f[2];
+    rec.Desc = f[2].toString();
     rec.Mark = 0;
 }
 

@@ -52,7 +52,7 @@ struct ProfileRec {
     bool Changed = false;
     QString Name;
     QString SrchName;
-    std::array<BankRec, BankCount + 1> Banks{};         // slots 1..10
+    std::array<BankRec, BankCount + 1> Banks{};        // slots 1..10
     std::array<SearchRec, SearchCount + 1> Searches{}; // slots 1..10
 };
 
@@ -63,15 +63,27 @@ void SetDefChans(DefChansTable& table);
 void SetDefSearch(DefSearchTable& table);
 
 // Channel number 1..200 <-> bank 1..10 and slot 1..20.
-inline int ChannelNumber(int bank, int slot) { return (bank - 1) * ChansPerBank + slot; }
-inline int BankOfChannel(int n) { return (n - 1) / ChansPerBank + 1; }
-inline int SlotOfChannel(int n) { return (n - 1) % ChansPerBank + 1; }
+inline int ChannelNumber(int bank, int slot) {
+    return (bank - 1) * ChansPerBank + slot;
+}
+inline int BankOfChannel(int n) {
+    return (n - 1) / ChansPerBank + 1;
+}
+inline int SlotOfChannel(int n) {
+    return (n - 1) % ChansPerBank + 1;
+}
 
 // Sets a record from its text form. A line that does not split into the right number of fields
 // is replaced whole by the fallback line (the slot's factory line). Imported, Mode and ModeAux
 // are left as they were.
-void ParseChannelLine(ChannelRec& rec, const QString& line, const QString& fallback);
-void ParseSearchLine(SearchRec& rec, const QString& line, const QString& fallback);
+void ParseChannelLine(ChannelRec& rec, QStringView line, QStringView fallback);
+void ParseSearchLine(SearchRec& rec, QStringView line, QStringView fallback);
+inline void ParseChannelLine(ChannelRec& rec, const QString& line, const QString& fallback) {
+    ParseChannelLine(rec, QStringView(line), QStringView(fallback));
+}
+inline void ParseSearchLine(SearchRec& rec, const QString& line, const QString& fallback) {
+    ParseSearchLine(rec, QStringView(line), QStringView(fallback));
+}
 
 // Text forms as the files store them: "146.520000,Fire,False,True,False" (Priority, Delay,
 // Lockout) and "25.000000,27.995000,Search #1".

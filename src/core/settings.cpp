@@ -31,13 +31,17 @@ QString registryKey(const QString& subkey, const QString& valueName) {
 
 } // namespace
 
-const WindowInfo& windowInfo(WindowId id) { return kWindows[static_cast<int>(id)]; }
+const WindowInfo& windowInfo(WindowId id) {
+    return kWindows[static_cast<int>(id)];
+}
 
 QString DefaultEndpoint() {
     return QString::fromLatin1(kPublicServiceHost) + QStringLiteral("/soap2/");
 }
 
-QString DefaultLocalEndpoint() { return QStringLiteral("http://127.0.0.1:9000/soap2/"); }
+QString DefaultLocalEndpoint() {
+    return QStringLiteral("http://127.0.0.1:9000/soap2/");
+}
 
 QString DeriveServiceAddress(const ProgramSettings& s) {
     const QString host = QString::fromLatin1(kPublicServiceHost);

@@ -38,7 +38,7 @@ struct ProgramSettings {
     bool DBaseProxyUse = false;
     QString DBaseProxyAdr;
     qint16 DBaseProxyPrt = 8080;
-    QString ServiceAddress; // derived at load from DBaseVersion and DBaseIndex
+    QString ServiceAddress;           // derived at load from DBaseVersion and DBaseIndex
     QMap<int, QString> PortOverrides; // [Ports] COMn = device path
 
     WindowPos& pos(WindowId id) { return positions[static_cast<int>(id)]; }

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrelctl print: lays out a bank, the search ranges or all channels of a profile into a PDF,
+// page for page as the print preview shows them.
+#include "cli.h"
+
+#include "core/files.h"
+#include "print/printpage.h"
+
+#include <QRegularExpression>
+#include <QSaveFile>
+
+namespace kestrel::cli {
+
+namespace {
+
+// "A-B" or "A", within 1..pages.
+std::pair<qint16, qint16> parsePages(const QString& text, int pages) {
+    static const QRegularExpression form(QStringLiteral("^\\s*(\\d+)\\s*(?:-\\s*(\\d+)\\s*)?$"));
+    const QRegularExpressionMatch m = form.match(text);
+    if (!m.hasMatch())
+        throw UsageError("--pages takes a page range such as 2-3");
+    const int from = m.captured(1).toInt();
+    const int to = m.captured(2).isEmpty() ? from : m.captured(2).toInt();
+    if (from < 1 || to < from || to > pages)
+        throw UsageError(
+            qPrintable(QStringLiteral("--pages must lie within 1-") + QString::number(pages)));
+    return {qint16(from), qint16(to)};
+}
+
+int run(Env& env, const QStringList& rawArgs) {
+    const Args args(rawArgs,
+                    {QStringLiteral("--profile"), QStringLiteral("--bank"), QStringLiteral("-o"),
+                     QStringLiteral("--pages")},
+                    {QStringLiteral("--search"), QStringLiteral("--all")});
+    if (!args.positional().isEmpty())
+        throw UsageError("print takes no positional arguments");
+    const Target target = parseTarget(args, true);
+    const QString output = args.value(QStringLiteral("-o"));
+    if (output.isEmpty())
+        throw UsageError("give the PDF file to write with -o FILE.pdf");
+
+    AppContext& ctx = env.load();
+    const ProfileRec& profile = ctx.Profiles[env.selectProfile(args)];
+    PrintTable table;
+    QString title;
+    switch (target.kind) {
+    case Target::Bank:
+        table = BankTable(profile, target.bank);
+        title = profile.Banks[target.bank].FileName;
+        break;
+    case Target::Search:
+        table = SearchTable(profile);
+        title = profile.SrchName;
+        break;
+    case Target::All:
+        table = AllChannelsTable(profile);
+        title = QStringLiteral("All Channels For ") + profile.Name;
+        break;
+    }
+    const int pages = cPrintLV::PageCountFor(qint32(table.rows.size()), kListMaxRows);
+    auto [from, to] = args.has(QStringLiteral("--pages"))
+                          ? parsePages(args.value(QStringLiteral("--pages")), pages)
+                          : std::pair<qint16, qint16>{1, qint16(pages)};
+
+    QSaveFile file(output);
+    if (!file.open(QIODevice::WriteOnly)) {
+        err(QStringLiteral("kestrelctl print: cannot write ") + output + QStringLiteral(": ") +
+            file.errorString());
+        return Failure;
+    }
+    WritePdf(file, ctx.errors, table, title, kListMaxRows, from, to, QDateTime::currentDateTime());
+    if (!file.commit()) {
+        err(QStringLiteral("kestrelctl print: cannot write ") + output + QStringLiteral(": ") +
+            file.errorString());
+        return Failure;
+    }
+    out(QStringLiteral("printed pages ") + QString::number(from) + QLatin1Char('-') +
+        QString::number(to) + QStringLiteral(" of ") + QString::number(pages) +
+        QStringLiteral(" to ") + output);
+    return env.finish();
+}
+
+const CommandRegistration
+    reg({"print", "print [--profile P] (--bank N | --search | --all) -o FILE.pdf [--pages A-B]",
+         run, true});
+
+} // namespace
+} // namespace kestrel::cli

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrelctl upload: the menu's upload from the command line, at the same pace, with a progress
+// bar. Exit 3 when the scanner does not answer.
+#include "cli.h"
+
+#include "link/kestrelcomm.h"
+
+#include <QRegularExpression>
+
+#include <cstdio>
+
+namespace kestrel::cli {
+
+namespace {
+
+constexpr int kTimedOut = 3;
+
+void drawBar(int done, int total, const QString& what) {
+    constexpr int width = 30;
+    const int filled = total > 0 ? done * width / total : width;
+    const QString bar = QStringLiteral("\r[") + QString(filled, QLatin1Char('#')) +
+                        QString(width - filled, QLatin1Char(' ')) + QStringLiteral("] ") + what;
+    const QByteArray bytes = bar.toUtf8();
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+    std::fflush(stderr);
+}
+
+int run(Env& env, const QStringList& rawArgs) {
+    const Args args(rawArgs,
+                    {QStringLiteral("--profile"), QStringLiteral("--bank"),
+                     QStringLiteral("--port"), QStringLiteral("--cable")},
+                    {QStringLiteral("--search"), QStringLiteral("--all")});
+    if (!args.positional().isEmpty())
+        throw UsageError("upload takes no positional arguments");
+    const Target target = parseTarget(args, true);
+    const QString port = args.value(QStringLiteral("--port"));
+    if (port.isEmpty())
+        throw UsageError("give the port with --port COMn or --port PATH");
+    static const QRegularExpression comRe(QStringLiteral("^COM(\\d{1,3})$"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    const auto com = comRe.match(port);
+    if (com.hasMatch() && (com.captured(1).toInt() < 1 || com.captured(1).toInt() > 255))
+        throw UsageError("--port COMn takes a number from 1 to 255");
+    int cable = 0;
+    if (args.has(QStringLiteral("--cable")))
+        cable = args.intValue(QStringLiteral("--cable"), 2, 3);
+
+    AppContext& ctx = env.load();
+    env.selectProfile(args);
+    KestrelComm link(ctx);
+    link.setCableType(cable ? cable : ctx.settings.KestrelCable);
+    if (com.hasMatch())
+        link.setCommPort(qint16(com.captured(1).toInt()));
+    else
+        link.setDevice(port);
+
+    int timeouts = 0;
+    QObject::connect(&link, &KestrelComm::RxTimeOut, [&] { ++timeouts; });
+    const int total = target.kind == Target::All    ? ChannelCount
+                      : target.kind == Target::Bank ? ChansPerBank
+                                                    : SearchCount;
+    int done = 0;
+    QObject::connect(&link, &KestrelComm::SendingChnl, [&](quint8 n) {
+        drawBar(done++, total, QStringLiteral("Sending Chan: ") + QString::number(n));
+    });
+    QObject::connect(&link, &KestrelComm::SendingSrch, [&](quint8 n) {
+        drawBar(done++, total, QStringLiteral("Sending Srch: ") + QString::number(n));
+    });
+
+    switch (target.kind) {
+    case Target::All:
+        link.SendAllChannels();
+        break;
+    case Target::Bank:
+        link.SendBank(quint8(target.bank));
+        break;
+    case Target::Search:
+        link.SendSearch();
+        break;
+    }
+    if (timeouts > 0) {
+        std::fputs("\n", stderr);
+        err(QStringLiteral("Scanner Timed Out while Receiving!"));
+        err(QStringLiteral("Please Check Connections to Scanner and Try Again"));
+        return kTimedOut;
+    }
+    drawBar(total, total, QStringLiteral("Done"));
+    std::fputs("\n", stderr);
+    return env.finish();
+}
+
+const CommandRegistration
+    reg({"upload",
+         "upload [--profile P] (--bank N | --search | --all) --port COMn|PATH [--cable 2|3]", run});
+
+} // namespace
+} // namespace kestrel::cli

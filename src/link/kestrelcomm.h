@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// KestrelComm: the one component that talks to the scanner. Opens the port, sends the frames of
+// an upload one at a time, waits for the answers as the cable requires, paces the transfer and
+// reports progress and traffic through signals. Every wait runs the event loop and sleeps on a
+// timer or on the port's ready-read; none spins.
+#pragma once
+
+#include "debuglog.h"
+#include "linkport.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <memory>
+
+namespace kestrel {
+
+class AppContext;
+
+class KestrelComm : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(qint32 CommStatus READ CommStatus NOTIFY CommStatusChanged)
+    Q_PROPERTY(qint16 CommPort READ CommPort WRITE setCommPort NOTIFY CommPortChanged)
+    Q_PROPERTY(bool ComPortOpen READ ComPortOpen WRITE setComPortOpen)
+    Q_PROPERTY(bool InDebug READ InDebug WRITE setInDebug NOTIFY InDebugChanged)
+    Q_PROPERTY(qint32 CableType READ CableType WRITE setCableType NOTIFY CableTypeChanged)
+    Q_PROPERTY(bool PowerOn READ PowerOn)
+
+public:
+    // port and probe default to the real serial port and the system probe.
+    explicit KestrelComm(AppContext& ctx, QObject* parent = nullptr,
+                         std::unique_ptr<LinkPort> port = {},
+                         std::unique_ptr<PortProbe> probe = {});
+    ~KestrelComm() override;
+
+    qint32 CommStatus() const { return m_commStatus; }
+    qint16 CommPort() const { return m_commPort; }
+    void setCommPort(qint16 port);
+    bool ComPortOpen();
+    void setComPortOpen(bool open);
+    bool InDebug() const { return m_inDebug; }
+    void setInDebug(bool on);
+    qint32 CableType() const { return m_cableType; }
+    void setCableType(qint32 type);
+    bool PowerOn() const { return m_powerOn; }
+
+    bool COMAvailable(qint16 port);
+    void Initialize();
+    void SendAllChannels();
+    void SendBank(quint8 bank);
+    void SendSearch();
+
+    // True while one of the three uploads runs; a second one is refused until it returns.
+    bool busy() const { return m_busy; }
+
+    // Device paths of the COM numbers; an explicit device, when set, wins over CommPort.
+    void setPortMap(const PortMap& map) { m_portMap = map; }
+    const PortMap& portMap() const { return m_portMap; }
+    void setDevice(const QString& path) { m_device = path; }
+    QString currentDevice() const;
+
+    // Multiplies every pause and answer deadline; 1 is real time. Tests shorten the waits.
+    void setTimeScale(double scale) { m_timeScale = scale > 0 ? scale : 1.0; }
+    double timeScale() const { return m_timeScale; }
+
+    DebugLog& debugLog() { return m_log; }
+    QByteArray lastFrame() const { return m_lastFrame; }
+    // Line state found by the last successful port check.
+    const PortState& portState() const { return m_state; }
+
+Q_SIGNALS:
+    void DebugInfo(quint8 list, const QString& text);
+    void Error(const QString& text);
+    void RxTimeOut();
+    void RawDataDump(const QString& text);
+    void SendingChnl(quint8 channel);
+    void SendingSrch(quint8 range);
+
+    void CommStatusChanged();
+    void CommPortChanged();
+    void InDebugChanged();
+    void CableTypeChanged();
+
+private:
+    enum class Kind { All, Bank, Search };
+    void upload(Kind kind, quint8 bank);
+    bool GetPortInfo(const QString& device);
+    void Delay(double seconds);
+    bool Get_ResponseTo(const QByteArray& frame);
+    void portOpen();
+    void portClose();
+    void trace(quint8 list, const QString& line);
+    QString freqText(double hertz);
+    // Sleeps until the port has something to read, is lost, or the time is up.
+    void waitForPort(qint64 ms);
+
+    AppContext& m_ctx;
+    std::unique_ptr<LinkPort> m_port;
+    std::unique_ptr<PortProbe> m_probe;
+    PortMap m_portMap;
+    QString m_device;
+    DebugLog m_log;
+    PortState m_state;
+    QByteArray m_lastFrame;
+    double m_timeScale = 1.0;
+    qint32 m_commStatus = 0;
+    qint16 m_commPort = 2;
+    qint32 m_cableType = 3;
+    bool m_inDebug = false;
+    bool m_powerOn = false;
+    bool m_busy = false;
+    bool m_portLost = false;
+};
+
+} // namespace kestrel

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrelctl frames, simulate and upload, run as processes the way a user runs them.
+#include "testsupport.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace kestrel::test;
+
+namespace {
+
+// A running "kestrelctl simulate"; knows the device it printed first.
+struct Simulator {
+    QProcess proc;
+    QString device;
+
+    bool start(const QStringList& args) {
+        proc.start(qEnvironmentVariable("KESTRELCTL"),
+                   QStringList{QStringLiteral("simulate")} + args);
+        if (!proc.waitForStarted(10000))
+            return false;
+        while (!proc.canReadLine())
+            if (!proc.waitForReadyRead(10000))
+                return false;
+        device = QString::fromUtf8(proc.readLine()).trimmed();
+        return !device.isEmpty();
+    }
+    QStringList stop() {
+        proc.terminate();
+        proc.waitForFinished(10000);
+        return QString::fromUtf8(proc.readAllStandardOutput())
+            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+};
+
+QProcess* startCtl(const QStringList& args) {
+    auto* p = new QProcess;
+    p->start(qEnvironmentVariable("KESTRELCTL"), args);
+    return p;
+}
+
+} // namespace
+
+class TestLinkCli : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void framesOfEachUpload_data() {
+        QTest::addColumn<QStringList>("target");
+        QTest::addColumn<int>("lines");
+        QTest::newRow("bank") << QStringList{QStringLiteral("--bank"), QStringLiteral("9")} << 22;
+        QTest::newRow("search") << QStringList{QStringLiteral("--search")} << 12;
+        QTest::newRow("all") << QStringList{QStringLiteral("--all")} << 202;
+    }
+    void framesOfEachUpload() {
+        QFETCH(QStringList, target);
+        QFETCH(int, lines);
+        QTemporaryDir dir;
+        const QStringList base{QStringLiteral("--data-dir"), dir.path()};
+        QCOMPARE(runKestrelctl(base + QStringList{QStringLiteral("set"), QStringLiteral("--bank"),
+                                                  QStringLiteral("9"), QStringLiteral("--slot"),
+                                                  QStringLiteral("1"),
+                                                  QStringLiteral("46.61,Test,False,False,True")})
+                     .exitCode,
+                 0);
+        const ProcessResult r =
+            runKestrelctl(base + QStringList{QStringLiteral("frames")} + target);
+        QCOMPARE(r.exitCode, 0);
+        const QStringList out =
+            QString::fromUtf8(r.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QCOMPARE(out.size(), lines);
+        static const QRegularExpression form(QStringLiteral("^81( [0-9A-F]{2})+$"));
+        for (const QString& l : out)
+            QVERIFY2(form.match(l).hasMatch(), qPrintable(l));
+        QCOMPARE(out.first(), QStringLiteral("81 04 01 01 00 FA"));
+        QCOMPARE(out.last(), QStringLiteral("81 04 02 00 00 FA"));
+        const QString ch161 = QStringLiteral("81 1A 10 00 43 31 36 31 5E 46 30 34 36 2E 36 31 30 "
+                                             "30 5E 4C 53 5E 50 52 5E 44 52 D7");
+        if (lines != 12)
+            QVERIFY(out.contains(ch161));
+    }
+
+    void usageErrors_data() {
+        QTest::addColumn<QStringList>("args");
+        QTest::newRow("frames without target") << QStringList{QStringLiteral("frames")};
+        QTest::newRow("frames bank 11") << QStringList{
+            QStringLiteral("frames"), QStringLiteral("--bank"), QStringLiteral("11")};
+        QTest::newRow("upload without port")
+            << QStringList{QStringLiteral("upload"), QStringLiteral("--search")};
+        QTest::newRow("upload cable 4") << QStringList{
+            QStringLiteral("upload"), QStringLiteral("--search"), QStringLiteral("--port"),
+            QStringLiteral("COM1"),   QStringLiteral("--cable"),  QStringLiteral("4")};
+        QTest::newRow("upload COM0")
+            << QStringList{QStringLiteral("upload"), QStringLiteral("--all"),
+                           QStringLiteral("--port"), QStringLiteral("COM0")};
+        QTest::newRow("simulate cable 1") << QStringList{
+            QStringLiteral("simulate"), QStringLiteral("--cable"), QStringLiteral("1")};
+    }
+    void usageErrors() {
+        QFETCH(QStringList, args);
+        QTemporaryDir dir;
+        const ProcessResult r =
+            runKestrelctl(QStringList{QStringLiteral("--data-dir"), dir.path()} + args);
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY(r.err.contains("usage: kestrelctl"));
+        QVERIFY(snapshotTree(dir.path()).isEmpty());
+    }
+
+    // Two uploads at once in real time: one to a scanner that answers in pieces through a link
+    // made by the simulator, one through a [Ports] entry to a scanner that never answers.
+    void uploadAgainstSimulator() {
+        QTemporaryDir dir;
+        const QStringList base{QStringLiteral("--data-dir"), dir.path()};
+        QCOMPARE(runKestrelctl(base + QStringList{QStringLiteral("set"), QStringLiteral("--bank"),
+                                                  QStringLiteral("2"), QStringLiteral("--slot"),
+                                                  QStringLiteral("3"),
+                                                  QStringLiteral("462.5625,Test,True,False,True")})
+                     .exitCode,
+                 0);
+        const QString linkPath = dir.filePath(QStringLiteral("scanner"));
+        Simulator good;
+        QVERIFY(good.start({QStringLiteral("--cable"), QStringLiteral("3"),
+                            QStringLiteral("--split"), QStringLiteral("--link"), linkPath}));
+        QCOMPARE(QFileInfo(linkPath).symLinkTarget(), good.device);
+        Simulator mute;
+        QVERIFY(mute.start({QStringLiteral("--stop-after"), QStringLiteral("0")}));
+        QString ini = QString::fromUtf8(readFile(dir.filePath(QStringLiteral("Main.ini"))));
+        ini += QStringLiteral("\n[Ports]\nCOM7=") + mute.device + QLatin1Char('\n');
+        writeFile(dir.filePath(QStringLiteral("Main.ini")), ini.toUtf8());
+
+        std::unique_ptr<QProcess> upGood(
+            startCtl(base + QStringList{QStringLiteral("upload"), QStringLiteral("--bank"),
+                                        QStringLiteral("2"), QStringLiteral("--port"), linkPath,
+                                        QStringLiteral("--cable"), QStringLiteral("3")}));
+        std::unique_ptr<QProcess> upMute(
+            startCtl(base + QStringList{QStringLiteral("upload"), QStringLiteral("--search"),
+                                        QStringLiteral("--port"), QStringLiteral("COM7"),
+                                        QStringLiteral("--cable"), QStringLiteral("3")}));
+        QVERIFY(upGood->waitForFinished(60000));
+        QVERIFY(upMute->waitForFinished(60000));
+
+        QCOMPARE(upGood->exitCode(), 0);
+        QVERIFY(upGood->readAllStandardError().contains("] Sending Chan: 40"));
+        QCOMPARE(upMute->exitCode(), 3);
+        QVERIFY(upMute->readAllStandardError().contains("Scanner Timed Out while Receiving!"));
+
+        const QStringList seen = good.stop();
+        QVERIFY(!QFileInfo::exists(linkPath));
+        QVERIFY(seen.contains(QStringLiteral("C023^F462.5625^LS^PS^DR")));
+        QVERIFY(seen.contains(QStringLiteral("End")));
+        // What the scanner now holds is what the memory had, without the descriptions.
+        const ProcessResult shown =
+            runKestrelctl(base + QStringList{QStringLiteral("show"), QStringLiteral("--bank"),
+                                             QStringLiteral("2")});
+        static const QRegularExpression desc(QStringLiteral("^(\\d+,[^,]*,)[^,]*(,.*)$"));
+        for (const QByteArray& l : shown.out.split('\n')) {
+            if (l.isEmpty())
+                continue;
+            QString expected = QString::fromUtf8(l);
+            expected.replace(desc, QStringLiteral("\\1\\2"));
+            QVERIFY2(seen.contains(expected), qPrintable(expected));
+        }
+        const QStringList unanswered = mute.stop();
+        QCOMPARE(unanswered.count(QStringLiteral("Start")), 1);
+        QVERIFY(!unanswered.contains(QStringLiteral("End")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLinkCli)
+#include "tst_linkcli.moc"

@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The port, cable, trace and error-help windows and the progress box, driven offscreen.
+#include "linktestutil.h"
+#include "testsupport.h"
+
+#include "link/frmcomset.h"
+#include "link/frmdebug.h"
+#include "link/frmerrs.h"
+#include "link/frmselcable.h"
+#include "link/kestrelcomm.h"
+#include "link/scannersim.h"
+#include "link/uploadprogress.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSerialPort>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace kestrel;
+using namespace kestrel::test;
+
+namespace {
+
+struct Env {
+    QTemporaryDir dir;
+    ScriptedPrompts prompts{Answer::Ok};
+    AppContext ctx{dir.path(), &prompts};
+};
+
+QString dev(int n) {
+    return QStringLiteral("/dev/kestrel-test-%1").arg(n);
+}
+
+// A link whose COM1..COM3 are the given devices and whose probe answers from a table.
+std::unique_ptr<KestrelComm> tableLink(AppContext& ctx, QMap<QString, PortFailure> table) {
+    for (int n = 1; n <= 3; ++n)
+        ctx.settings.PortOverrides.insert(n, dev(n));
+    return std::make_unique<KestrelComm>(ctx, nullptr, nullptr,
+                                         std::make_unique<TablePortProbe>(std::move(table)));
+}
+
+QStringList captions(const FrmComSet& w) {
+    QStringList c;
+    for (int i = 0; i < FrmComSet::kButtons; ++i)
+        c << w.ComPortOpt(i)->text();
+    return c;
+}
+
+} // namespace
+
+class TestLinkWindows : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void portListing_data() {
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<QStringList>("free");
+        QTest::addColumn<QStringList>("listed");
+        QTest::addColumn<QList<bool>>("enabled");
+        QTest::addColumn<int>("checked");
+        QTest::newRow("stored port held")
+            << 2 << QStringList{QStringLiteral("1"), QStringLiteral("3")}
+            << QStringList{QStringLiteral("COM1"), QStringLiteral("COM2"), QStringLiteral("COM3")}
+            << QList<bool>{true, false, true} << 1;
+        QTest::newRow("stored port free")
+            << 3 << QStringList{QStringLiteral("3")} << QStringList{QStringLiteral("COM3")}
+            << QList<bool>{true} << 0;
+        QTest::newRow("stored port missing, nothing free")
+            << 16 << QStringList{} << QStringList{QStringLiteral("COM16")} << QList<bool>{false}
+            << 0;
+    }
+    void portListing() {
+        QFETCH(int, stored);
+        QFETCH(QStringList, free);
+        QFETCH(QStringList, listed);
+        QFETCH(QList<bool>, enabled);
+        QFETCH(int, checked);
+        Env env;
+        env.ctx.settings.CommPort = qint16(stored);
+        QMap<QString, PortFailure> table;
+        for (int n = 1; n <= 3; ++n)
+            table.insert(dev(n),
+                         free.contains(QString::number(n)) ? PortFailure::Ok : PortFailure::Busy);
+        auto link = tableLink(env.ctx, table);
+        FrmComSet w(env.ctx, *link);
+        w.show();
+        const QStringList c = captions(w);
+        QCOMPARE(c.mid(0, listed.size()), listed);
+        QCOMPARE(c.mid(listed.size()),
+                 QStringList(FrmComSet::kButtons - listed.size(), QStringLiteral("Not Used")));
+        for (int i = 0; i < FrmComSet::kButtons; ++i) {
+            QCOMPARE(w.ComPortOpt(i)->isEnabled(), i < enabled.size() && enabled[i]);
+            QCOMPARE(w.ComPortOpt(i)->isChecked(), i == checked);
+        }
+        QVERIFY(w.CmdAccept()->isEnabled());
+        QVERIFY(!w.CmdCancel()->isEnabled());
+    }
+
+    void portListingOnRealTerminals() {
+        Env env;
+        ScannerSimulator::Options opt;
+        opt.wireScale = 0;
+        ScannerSimulator s1(opt), s2(opt), s3(opt);
+        QVERIFY(s1.start() && s2.start() && s3.start());
+        env.ctx.settings.PortOverrides = {
+            {1, s1.devicePath()}, {2, s2.devicePath()}, {3, s3.devicePath()}};
+        env.ctx.settings.CommPort = 2;
+        QSerialPort holder;
+        holder.setPortName(s2.devicePath());
+        QVERIFY(holder.open(QIODevice::ReadWrite));
+        KestrelComm link(env.ctx);
+        FrmComSet w(env.ctx, link);
+        w.show();
+        QCOMPARE(captions(w).mid(0, 3), (QStringList{QStringLiteral("COM1"), QStringLiteral("COM2"),
+                                                     QStringLiteral("COM3")}));
+        QVERIFY(w.ComPortOpt(0)->isEnabled());
+        QVERIFY(!w.ComPortOpt(1)->isEnabled());
+        QVERIFY(w.ComPortOpt(1)->isChecked());
+        QVERIFY(w.ComPortOpt(2)->isEnabled());
+        // The device behind each number is shown.
+        QCOMPARE(w.ComPortOpt(2)->toolTip(), s3.devicePath());
+        QVERIFY(
+            w.findChild<QLabel*>(QStringLiteral("DeviceLbl"))->text().contains(s2.devicePath()));
+    }
+
+    void portChoice_data() {
+        QTest::addColumn<int>("click");   // button index, -1 for none
+        QTest::addColumn<bool>("accept"); // Accept or Cancel/close
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("choose COM3, accept") << 2 << true << 3 << true;
+        QTest::newRow("choose COM3, cancel") << 2 << false << 2 << false;
+        QTest::newRow("accept unchanged") << -1 << true << 2 << true;
+        QTest::newRow("close by frame") << 0 << false << 2 << false;
+    }
+    void portChoice() {
+        QFETCH(int, click);
+        QFETCH(bool, accept);
+        QFETCH(int, stored);
+        QFETCH(bool, accepted);
+        Env env;
+        env.ctx.settings.CommPort = 2;
+        auto link = tableLink(
+            env.ctx,
+            {{dev(1), PortFailure::Ok}, {dev(2), PortFailure::Ok}, {dev(3), PortFailure::Ok}});
+        FrmComSet w(env.ctx, *link);
+        w.show();
+        w.move(300, 150);
+        if (click >= 0) {
+            QTest::mouseClick(w.ComPortOpt(click), Qt::LeftButton);
+            QVERIFY(w.CmdCancel()->isEnabled());
+        }
+        if (accept)
+            QTest::mouseClick(w.CmdAccept(), Qt::LeftButton);
+        else if (click == 0)
+            w.close();
+        else
+            QTest::mouseClick(w.CmdCancel(), Qt::LeftButton);
+        QVERIFY(!w.isVisible());
+        QCOMPARE(env.ctx.settings.CommPort, stored);
+        QCOMPARE(w.portAccepted(), accepted);
+        QCOMPARE(env.ctx.settings.pos(WindowId::COMSet).left, w.x() * 15);
+        QCOMPARE(env.ctx.settings.pos(WindowId::COMSet).top, w.y() * 15);
+    }
+
+    void cableChoice_data() {
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<int>("click");
+        QTest::addColumn<QString>("end"); // "accept", "cancel", "frame"
+        QTest::addColumn<int>("result");
+        QTest::newRow("two to three") << 2 << 1 << "accept" << 3;
+        QTest::newRow("three to two") << 3 << 0 << "accept" << 2;
+        QTest::newRow("cancelled") << 2 << 1 << "cancel" << 2;
+        QTest::newRow("closed by frame") << 3 << 0 << "frame" << 3;
+    }
+    void cableChoice() {
+        QFETCH(int, stored);
+        QFETCH(int, click);
+        QFETCH(QString, end);
+        QFETCH(int, result);
+        Env env;
+        env.ctx.settings.KestrelCable = qint16(stored);
+        KestrelComm link(env.ctx);
+        link.setCableType(stored);
+        auto* w = new FrmSelCable(env.ctx, link);
+        QSignalSpy closed(w, &FrmSelCable::closed);
+        w->show();
+        QVERIFY(w->CableOpt(stored == 2 ? 0 : 1)->isChecked());
+        QTest::mouseClick(w->CableOpt(click), Qt::LeftButton);
+        if (end == QLatin1String("accept"))
+            QTest::mouseClick(w->CmdAccept(), Qt::LeftButton);
+        else if (end == QLatin1String("cancel"))
+            QTest::mouseClick(w->CmdCancel(), Qt::LeftButton);
+        else
+            w->close();
+        QCOMPARE(closed.count(), 1);
+        QCOMPARE(env.ctx.settings.KestrelCable, result);
+        QCOMPARE(link.CableType(), result);
+        QCOMPARE(env.ctx.Profiles[0].Changed, result != stored);
+    }
+
+    void traceWindow() {
+        Env env;
+        ScannerSimulator::Options opt;
+        opt.wireScale = 0;
+        ScannerSimulator sim(opt);
+        QVERIFY(sim.start());
+        KestrelComm link(env.ctx);
+        link.setDevice(sim.devicePath());
+        link.setTimeScale(0.01);
+        link.setInDebug(true);
+        auto* w = new FrmDebug(env.ctx, link);
+        connect(&link, &KestrelComm::DebugInfo, w, &FrmDebug::SetDebugInfo);
+        QSignalSpy closed(w, &FrmDebug::closed);
+        w->show();
+
+        w->Check1()->click();
+        QVERIFY(link.debugLog().isOpen());
+        link.SendSearch();
+        QCOMPARE(w->LogWnd(0)->count(), 12);
+        QCOMPARE(w->LogWnd(1)->count(), 12);
+        // The lists follow the traffic.
+        QCOMPARE(w->LogWnd(0)->currentRow(), 11);
+        QVERIFY(w->LogWnd(0)->currentItem()->text().startsWith(QStringLiteral(">> 81040200")));
+        QListWidgetItem* third = w->LogWnd(0)->item(2);
+        const QRect r = w->LogWnd(0)->visualItemRect(third);
+        QTest::mouseClick(w->LogWnd(0)->viewport(), Qt::LeftButton, {}, r.center());
+        QCOMPARE(w->LogWnd(0)->toolTip(), third->text());
+
+        w->close();
+        QCOMPARE(closed.count(), 1);
+        QVERIFY(!link.InDebug());
+        QVERIFY(!link.debugLog().isOpen());
+        const QList<QByteArray> lines =
+            readFile(QDir(env.ctx.appDir()).filePath(QStringLiteral("Debug.log"))).split('\n');
+        QCOMPARE(lines[0], QByteArray("[Debug]\r"));
+        QCOMPARE(lines.size(), 1 + 24 + 1);
+    }
+
+    void traceWindowUncheckClosesTheLog() {
+        Env env;
+        KestrelComm link(env.ctx);
+        FrmDebug w(env.ctx, link);
+        w.show();
+        w.Check1()->click();
+        QVERIFY(link.debugLog().isOpen());
+        w.Check1()->click();
+        QVERIFY(!link.debugLog().isOpen());
+        QCOMPARE(readFile(w.logPath()), QByteArray("[Debug]\r\n"));
+    }
+
+    void traceWindowReportsAnUnwritableLog() {
+        Env env;
+        QVERIFY(QDir(env.ctx.appDir()).mkdir(QStringLiteral("Debug.log")));
+        KestrelComm link(env.ctx);
+        FrmDebug w(env.ctx, link);
+        w.show();
+        w.Check1()->click();
+        QVERIFY(!w.Check1()->isChecked());
+        QVERIFY(!link.debugLog().isOpen());
+        QCOMPARE(env.prompts.messages().size(), 1);
+        const QString text = env.prompts.messages()[0].text;
+        QVERIFY(text.startsWith(QStringLiteral("FrmDebug Error: 75 - ")));
+        QVERIFY(text.endsWith(QLatin1Char('\n') + w.logPath()));
+    }
+
+    void errorHelp() {
+        Env env;
+        auto* w = new FrmErrs(env.ctx);
+        QSignalSpy closed(w, &FrmErrs::closed);
+        w->show();
+        QCOMPARE(w->windowTitle(), QStringLiteral("Possible Errors Returned"));
+        const QStringList lines = w->Text1()->toPlainText().split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 14);
+        QCOMPARE(lines[0], QStringLiteral("C-Err -> communication error while receiving data"));
+        QCOMPARE(lines[1],
+                 QStringLiteral("         indicates the packet number where the error occurred."));
+        QCOMPARE(lines[2], QString());
+        QCOMPARE(lines[6], QStringLiteral("d-Err -> while receiving data, End, d-Err"));
+        QCOMPARE(lines[7], QStringLiteral("         and its frame number appear."));
+        QCOMPARE(lines[12], QStringLiteral("T-Err -> Timeout occured while waiting for data."));
+        QVERIFY(w->Text1()->isReadOnly());
+        w->close();
+        QCOMPARE(closed.count(), 1);
+    }
+
+    void progressBox() {
+        Env env;
+        fillProfile(env.ctx);
+        ScannerSimulator::Options opt;
+        opt.wireScale = 0;
+        ScannerSimulator sim(opt);
+        QVERIFY(sim.start());
+        KestrelComm link(env.ctx);
+        link.setDevice(sim.devicePath());
+        link.setTimeScale(0.01);
+        UploadProgress box;
+        box.attach(link);
+        box.show();
+        QVERIFY(!box.SndBankTxt()->isVisible());
+        QStringList shown;
+        connect(&link, &KestrelComm::SendingChnl, this,
+                [&] { QTimer::singleShot(0, this, [&] { shown << box.SndBankTxt()->text(); }); });
+        box.begin(QStringLiteral("Sending Chan:"));
+        QVERIFY(box.SndBankTxt()->isVisible());
+        QCOMPARE(box.label()->text(), QStringLiteral("Sending Chan:"));
+        link.SendBank(3);
+        box.end();
+        QVERIFY(!box.SndBankTxt()->isVisible());
+        QVERIFY(!box.label()->isVisible());
+        QCOMPARE(shown.value(0), QStringLiteral("41"));
+        QCOMPARE(shown.value(19), QStringLiteral("60"));
+    }
+};
+
+QTEST_MAIN(TestLinkWindows)
+#include "tst_linkwindows.moc"
