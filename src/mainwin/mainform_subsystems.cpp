@@ -6,6 +6,10 @@
 
 namespace kestrel {
 
-void MainForm::installSubsystems() {}
+void installLink(MainForm& form); // mainform_link.cpp
+
+void MainForm::installSubsystems() {
+    installLink(*this);
+}
 
 } // namespace kestrel

@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The scanner link in the main window: the one link control, its set-up at load, the Scanner
+// menu's three uploads with their progress display, the time-out message, and the Options and
+// Help items that open the port, cable, trace and error-help windows.
+#include "mainform.h"
+
+#include "link/frmcomset.h"
+#include "link/frmdebug.h"
+#include "link/frmerrs.h"
+#include "link/frmselcable.h"
+#include "link/kestrelcomm.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+
+namespace kestrel {
+
+namespace {
+
+// Lives as a child of the main window and holds what the link's handlers share.
+class LinkHooks : public QObject {
+public:
+    LinkHooks(MainForm& form, KestrelComm& link) : QObject(&form), m_form(form), m_link(link) {}
+
+    void upload(const char* label, const QString& caption, const std::function<void()>& send) {
+        // The link keeps the window responsive while it waits, so the menu can be used again
+        // before the upload has returned; a second upload waits for the first to end.
+        if (m_link.busy())
+            return;
+        Trap(m_form.ctx().errors, label, [&] {
+            setUploadItemsEnabled(false);
+            m_form.SndBankTxt()->clear();
+            m_form.SndBankTxt()->show();
+            m_form.captionLabel(1)->setText(caption);
+            m_form.captionLabel(1)->show();
+            send();
+            hideProgress();
+        });
+        setUploadItemsEnabled(true);
+    }
+
+    void hideProgress() {
+        m_form.SndBankTxt()->hide();
+        m_form.captionLabel(1)->hide();
+    }
+
+    void setUploadItemsEnabled(bool on) {
+        for (const char* name :
+             {"UploadAllBanksMenuItem", "UploadCurrBankMenuItem", "UploadSrchBankMenuItem"})
+            if (QAction* a = m_form.menuItem(QString::fromLatin1(name)))
+                a->setEnabled(on);
+    }
+
+    FrmDebug* debugWindow() {
+        if (!m_debug) {
+            m_debug = new FrmDebug(m_form.ctx(), m_link, &m_form);
+            connect(m_debug, &FrmDebug::closed, this, [this] {
+                if (QAction* a = m_form.menuItem(QStringLiteral("DebugCommMenuItem")))
+                    a->setChecked(false);
+            });
+            m_debug->show();
+        }
+        return m_debug;
+    }
+
+    MainForm& m_form;
+    KestrelComm& m_link;
+    QPointer<FrmDebug> m_debug;
+    QPointer<FrmSelCable> m_cable;
+    QPointer<FrmErrs> m_errs;
+};
+
+} // namespace
+
+void installLink(MainForm& form) {
+    AppContext& ctx = form.ctx();
+    auto* link = new KestrelComm(ctx, &form);
+    link->setObjectName(QStringLiteral("KestrelComm"));
+    auto* hooks = new LinkHooks(form, *link);
+
+    QObject::connect(link, &KestrelComm::SendingChnl, &form,
+                     [&form](quint8 n) { form.SndBankTxt()->setText(QString::number(n)); });
+    QObject::connect(link, &KestrelComm::SendingSrch, &form,
+                     [&form](quint8 n) { form.SndBankTxt()->setText(QString::number(n)); });
+    QObject::connect(link, &KestrelComm::RxTimeOut, &form, [&ctx, link, hooks] {
+        Trap(ctx.errors, "MainForm -> KestrelComm_RxTimeOut", [&] {
+            link->setComPortOpen(false);
+            hooks->hideProgress();
+            ctx.prompts().message(QStringLiteral("Scanner Timed Out while Receiving!\nPlease "
+                                                 "Check Connections to Scanner and Try Again"),
+                                  QStringLiteral("Kestrel Manager"), Icon::Information,
+                                  Buttons::Ok);
+        });
+    });
+    QObject::connect(link, &KestrelComm::DebugInfo, &form,
+                     [&ctx, hooks](quint8 list, const QString& text) {
+                         Trap(ctx.errors, "MainForm -> KestrelComm_DebugInfo",
+                              [&] { hooks->debugWindow()->SetDebugInfo(list, text); });
+                     });
+    QObject::connect(link, &KestrelComm::Error, &form, [&ctx, hooks](const QString& text) {
+        Trap(ctx.errors, "MainForm -> KestrelComm_Error",
+             [&] { hooks->debugWindow()->SetDebugInfo(0, text); });
+    });
+
+    QObject::connect(form.wireMenuItem(QStringLiteral("UploadAllBanksMenuItem")),
+                     &QAction::triggered, hooks, [hooks, link] {
+                         hooks->upload("MainForm -> UploadAllBanksMenuItem",
+                                       QStringLiteral("Sending Chan:"),
+                                       [link] { link->SendAllChannels(); });
+                     });
+    QObject::connect(form.wireMenuItem(QStringLiteral("UploadCurrBankMenuItem")),
+                     &QAction::triggered, hooks, [hooks, link, &ctx] {
+                         // The bank shown when the command is given, whatever is shown later.
+                         const quint8 bank = ctx.CurBank;
+                         hooks->upload("MainForm -> UploadCurrBankMenuItem",
+                                       QStringLiteral("Sending Chan:"),
+                                       [link, bank] { link->SendBank(bank); });
+                     });
+    QObject::connect(form.wireMenuItem(QStringLiteral("UploadSrchBankMenuItem")),
+                     &QAction::triggered, hooks, [hooks, link] {
+                         hooks->upload("MainForm -> UploadSrchBankMenuItem",
+                                       QStringLiteral("Sending Srch:"),
+                                       [link] { link->SendSearch(); });
+                     });
+
+    QAction* cable = form.wireMenuItem(QStringLiteral("CableTypeMenuItem"));
+    cable->setCheckable(true);
+    QObject::connect(cable, &QAction::triggered, hooks, [hooks, cable, link, &ctx, &form] {
+        Trap(ctx.errors, "MainForm -> CableTypeMenuItem", [&] {
+            if (cable->isChecked()) {
+                if (!hooks->m_cable) {
+                    hooks->m_cable = new FrmSelCable(ctx, *link, &form);
+                    QObject::connect(hooks->m_cable, &FrmSelCable::closed, cable,
+                                     [cable] { cable->setChecked(false); });
+                }
+                hooks->m_cable->show();
+            } else if (hooks->m_cable) {
+                hooks->m_cable->close();
+            }
+        });
+    });
+
+    QObject::connect(form.wireMenuItem(QStringLiteral("ComPortMenuItem")), &QAction::triggered,
+                     hooks, [link, &ctx, &form] {
+                         Trap(ctx.errors, "MainForm -> ComPortMenuItem", [&] {
+                             FrmComSet window(ctx, *link, &form);
+                             window.exec();
+                             if (!window.portAccepted())
+                                 return;
+                             link->setCommPort(ctx.settings.CommPort);
+                             link->Initialize();
+                             ctx.Profiles[0].Changed = true;
+                         });
+                     });
+
+    QAction* debug = form.wireMenuItem(QStringLiteral("DebugCommMenuItem"));
+    debug->setCheckable(true);
+    QObject::connect(debug, &QAction::triggered, hooks, [hooks, debug, link, &ctx] {
+        Trap(ctx.errors, "MainForm -> DebugCommMenuItem", [&] {
+            if (debug->isChecked()) {
+                hooks->debugWindow()->show();
+                link->setInDebug(true);
+            } else {
+                link->setInDebug(false);
+                if (hooks->m_debug)
+                    hooks->m_debug->close();
+            }
+        });
+    });
+
+    QAction* errs = form.wireMenuItem(QStringLiteral("DisplayErrorsMenuItem"));
+    errs->setCheckable(true);
+    QObject::connect(errs, &QAction::triggered, hooks, [hooks, errs, &ctx, &form] {
+        Trap(ctx.errors, "MainForm -> DisplayErrorsMenuItem", [&] {
+            if (errs->isChecked()) {
+                if (!hooks->m_errs) {
+                    hooks->m_errs = new FrmErrs(ctx, &form);
+                    QObject::connect(hooks->m_errs, &FrmErrs::closed, errs,
+                                     [errs] { errs->setChecked(false); });
+                }
+                hooks->m_errs->show();
+            } else if (hooks->m_errs) {
+                hooks->m_errs->close();
+            }
+        });
+    });
+
+    // Set-up at load, with the stored port and cable.
+    link->setInDebug(false);
+    link->setCommPort(ctx.settings.CommPort);
+    link->setCableType(ctx.settings.KestrelCable);
+    link->Initialize();
+}
+
+} // namespace kestrel
