@@ -174,12 +174,14 @@ void KestrelComm::Delay(double seconds) {
         for (qint64 left = totalNs - clock.nsecsElapsed(); left > 0;
              left = totalNs - clock.nsecsElapsed()) {
             timer.start(int((left + 999'999) / 1'000'000));
-            loop.exec();
+            // The application is quitting: no loop will run again, so waiting would spin.
+            if (loop.exec() < 0)
+                break;
         }
     });
 }
 
-void KestrelComm::waitForPort(qint64 ms) {
+bool KestrelComm::waitForPort(qint64 ms) {
     QEventLoop loop;
     QTimer timer;
     timer.setSingleShot(true);
@@ -188,7 +190,7 @@ void KestrelComm::waitForPort(qint64 ms) {
     connect(m_port.get(), &LinkPort::readyRead, &loop, &QEventLoop::quit);
     connect(m_port.get(), &LinkPort::lost, &loop, &QEventLoop::quit);
     timer.start(int(qMax<qint64>(ms, 1)));
-    loop.exec();
+    return loop.exec() >= 0;
 }
 
 void KestrelComm::trace(quint8 list, const QString& line) {
@@ -236,7 +238,10 @@ bool KestrelComm::Get_ResponseTo(const QByteArray& frame) {
                 const qint64 left = deadlineMs - clock.elapsed();
                 if (left <= 0)
                     break;
-                waitForPort(left);
+                if (!waitForPort(left)) {
+                    deadlineMs = clock.elapsed(); // quitting: give up as if the time were over
+                    break;
+                }
             }
         }
         s.at(6);

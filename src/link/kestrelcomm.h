@@ -90,8 +90,9 @@ private:
     void portClose();
     void trace(quint8 list, const QString& line);
     QString freqText(double hertz);
-    // Sleeps until the port has something to read, is lost, or the time is up.
-    void waitForPort(qint64 ms);
+    // Sleeps until the port has something to read, is lost, or the time is up; false when the
+    // application is quitting and no event loop can run any more.
+    bool waitForPort(qint64 ms);
 
     AppContext& m_ctx;
     std::unique_ptr<LinkPort> m_port;

@@ -14,6 +14,9 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+
+#include <ctime>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -361,6 +364,27 @@ private Q_SLOTS:
         QVERIFY2(seconds >= 22 * 0.5 + wire, qPrintable(QString::number(seconds)));
         QCOMPARE(rig.sim.model().channel(61).Freq,
                  FreqToDouble(Freq2Str(rig.ctx.cur().Banks[4].Chans[1].Freq)));
+    }
+
+    // Runs last: once the application quits, no event loop runs again in this process. A wait
+    // in progress then ends at once instead of spinning until its deadline.
+    void quittingEndsTheWait() {
+        ScannerSimulator::Options opt = fast(3);
+        opt.stopAfter = 0;
+        Rig rig(opt, 3, 1.0);
+        QSignalSpy timeouts(&rig.link, &KestrelComm::RxTimeOut);
+        QTimer::singleShot(200, qApp, [] { QCoreApplication::exit(0); });
+        QElapsedTimer clock;
+        clock.start();
+        timespec cpu0{}, cpu1{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &cpu0);
+        rig.link.SendAllChannels();
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &cpu1);
+        const double cpu = double(cpu1.tv_sec - cpu0.tv_sec) + (cpu1.tv_nsec - cpu0.tv_nsec) / 1e9;
+        QVERIFY2(clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed())));
+        QVERIFY2(cpu < 0.5, qPrintable(QString::number(cpu)));
+        QCOMPARE(timeouts.count(), 1);
+        QVERIFY(!rig.link.ComPortOpen());
     }
 };
 
