@@ -181,8 +181,6 @@ void FrmCsvImport::loadFile(int mode) {
         if (!m_import.open(*path))
             throw KestrelError(err::FileNotFound, QStringLiteral("File not found"));
         s.at(3);
-        for (QLineEdit* box : f.boxes)
-            box->clear();
         for (QListWidget* list : f.lists) {
             list->clear();
             for (int k = 0; k <= m_import.columnCount(); ++k) {
@@ -193,6 +191,8 @@ void FrmCsvImport::loadFile(int mode) {
             }
             list->scrollToTop();
         }
+        for (QLineEdit* box : f.boxes)
+            box->clear();
         s.at(4);
         ShowLine(m_import.nextLine());
         f.buttons[1]->setEnabled(true);
