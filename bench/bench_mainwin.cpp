@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Main window: switching the shown profile (refills all lists) and the shown bank, on a shown
+// window drawn offscreen, each switch followed by the repaint it causes.
+#include "core/files.h"
+#include "core/memory.h"
+#include "core/profiles.h"
+#include "mainwin/mainform.h"
+
+#include <QApplication>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <memory>
+
+namespace {
+
+QApplication& guiApp() {
+    static int argc = 1;
+    static char name[] = "kestrel-bench";
+    static char* argv[] = {name, nullptr};
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    static QApplication* app = [] {
+        auto* existing = qobject_cast<QApplication*>(QCoreApplication::instance());
+        return existing ? existing : new QApplication(argc, argv);
+    }();
+    return *app;
+}
+
+// A shown main window over a throw-away data folder whose profiles 0 and 1 differ in every
+// channel, so that each switch repaints every row.
+struct ShownWindow {
+    QTemporaryDir dir;
+    kestrel::ScriptedPrompts prompts;
+    std::unique_ptr<kestrel::AppContext> ctx;
+    std::unique_ptr<kestrel::MainForm> form;
+
+    ShownWindow() {
+        guiApp();
+        ctx = std::make_unique<kestrel::AppContext>(dir.path(), &prompts);
+        kestrel::MakeBanksDir(*ctx);
+        kestrel::Load_Profiles(*ctx);
+        ctx->CurProfile = 1;
+        kestrel::ClearAllBanks(*ctx);
+        kestrel::ClearSearchLimits(*ctx);
+        ctx->CurProfile = 0;
+        form = std::make_unique<kestrel::MainForm>(*ctx);
+        form->show();
+        QApplication::processEvents();
+    }
+};
+
+void SwitchProfile(benchmark::State& state) {
+    ShownWindow w;
+    int next = 1;
+    for (auto _ : state) {
+        w.form->ProfileTab()->setCurrentIndex(next);
+        QApplication::processEvents();
+        next = 1 - next;
+    }
+}
+BENCHMARK(SwitchProfile)->Unit(benchmark::kMillisecond);
+
+void SwitchBank(benchmark::State& state) {
+    ShownWindow w;
+    int next = 1;
+    for (auto _ : state) {
+        w.form->BankTab()->setCurrentIndex(next);
+        QApplication::processEvents();
+        next = (next + 1) % kestrel::BankCount;
+    }
+}
+BENCHMARK(SwitchBank)->Unit(benchmark::kMillisecond);
+
+} // namespace

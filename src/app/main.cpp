@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrel-manager: start-up. Prepares the memory image and shows the main window.
+#include "core/appcontext.h"
+#include "core/files.h"
+#include "core/profiles.h"
+#include "mainwin/guiprompts.h"
+#include "mainwin/mainform.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QScreen>
+#include <cstdio>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setOrganizationName(QString::fromLatin1(kestrel::kPublisher));
+    QApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
+    QApplication::setApplicationVersion(QStringLiteral(KESTREL_VERSION));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/kestrel-manager.svg")));
+
+    QStringList args = app.arguments().mid(1);
+    QString dataDir;
+    const qsizetype dd = args.indexOf(QStringLiteral("--data-dir"));
+    if (dd >= 0) {
+        if (dd + 1 >= args.size()) {
+            std::fprintf(stderr, "kestrel-manager: --data-dir needs a folder\n");
+            return 1;
+        }
+        dataDir = args[dd + 1];
+        args.remove(dd, 2);
+    }
+    if (!args.isEmpty()) {
+        std::fprintf(stderr, "usage: kestrel-manager [--data-dir DIR]\n");
+        return 1;
+    }
+
+    kestrel::GuiPrompts prompts;
+    kestrel::AppContext ctx(kestrel::ResolveAppDir(dataDir), &prompts);
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        ctx.screenTwips = screen->size() * 15;
+    kestrel::DetectNumberFormat(ctx);
+    kestrel::MakeBanksDir(ctx);
+    ctx.registry = kestrel::LoadRegistryValues();
+    kestrel::Load_Profiles(ctx);
+
+    kestrel::MainForm form(ctx);
+    form.show();
+    return app.exec();
+}

@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "filecommands.h"
+
+#include "core/class_ini.h"
+#include "core/files.h"
+#include "core/freq.h"
+#include "core/memory.h"
+#include "core/profiles.h"
+
+namespace kestrel {
+
+ShownNames ShownNames::of(const AppContext& ctx) {
+    const ProfileRec& p = ctx.cur();
+    return {p.Name, ctx.settingsPath(p.Name), p.SrchName};
+}
+
+FileDialogSpec FileDialogFor(FileCommand command, const AppContext& ctx, const ShownNames& shown) {
+    const QString appDir = ctx.appDir() + QLatin1Char('/');
+    const QString banks = ctx.banksDir() + QLatin1Char('/');
+    switch (command) {
+    case FileCommand::LoadProfile:
+        return {QStringLiteral("Load Profile"), appDir, QStringLiteral("*.ini"),
+                QStringLiteral("ini"), QStringLiteral("*.ini")};
+    case FileCommand::SaveProfileAs:
+        return {QStringLiteral("Save Profile As"), appDir, QStringLiteral("*.ini"),
+                QStringLiteral("ini"), shown.profName + QStringLiteral(".ini")};
+    case FileCommand::LoadBank:
+        return {QStringLiteral("Load Bank"), banks, QStringLiteral("*.BKE"), QStringLiteral("BKE"),
+                QStringLiteral("*.BKE")};
+    case FileCommand::SaveBankAs:
+        return {QStringLiteral("Save Bank As"), banks, QStringLiteral("*.BKE"),
+                QStringLiteral("BKE"), QStringLiteral("Untitled.BKE")};
+    case FileCommand::LoadSearch:
+        return {QStringLiteral("Load Search"), banks, QStringLiteral("*.SKE"),
+                QStringLiteral("SKE"), QStringLiteral("*.SKE")};
+    case FileCommand::SaveSearchAs:
+        return {QStringLiteral("Save Search As"), banks, QStringLiteral("*.SKE"),
+                QStringLiteral("SKE"), QStringLiteral("*.SKE")};
+    }
+    return {};
+}
+
+bool IsOpenDialog(FileCommand command) {
+    return command == FileCommand::LoadProfile || command == FileCommand::LoadBank ||
+           command == FileCommand::LoadSearch;
+}
+
+void LoadProfileFrom(AppContext& ctx, ShownNames& shown, const QString& path) {
+    ProfileRec& profile = ctx.cur();
+    // Profile 0 is always "Main": its settings file carries the program-wide settings and is
+    // the one read at start, so it takes the loaded contents but keeps its name.
+    if (ctx.CurProfile != 0)
+        profile.Name = FileBaseName(path);
+    Load_Settings(ctx, ctx.CurProfile, path);
+    shown = ShownNames::of(ctx);
+    // Closing writes the profile to its own settings file (for "Main" never the loaded one),
+    // and a settings file names only the banks written with it: all of them, so that the next
+    // start finds the banks just loaded.
+    for (int b = 1; b <= BankCount; ++b)
+        profile.Banks[b].Changed = true;
+    profile.Changed = true;
+    ctx.Profiles[0].Changed = true;
+}
+
+void SaveProfile(AppContext& ctx, const ShownNames& shown) {
+    const qint16 p = ctx.CurProfile;
+    // Saving clears the Changed flag through which closing would record the profile's name in
+    // the profile list; a renamed or loaded profile would then be looked for under its old name
+    // at the next start. The entry is written with the profile instead.
+    if (p > 0) {
+        IniDocument list = IniDocument::load(ctx.profileListPath());
+        const QString key = QStringLiteral("Profile") + Num2(p);
+        if (list.ReadKey(u"Profiles", key) != ctx.Profiles[p].Name) {
+            list.WriteKey(QStringLiteral("Profiles"), key, ctx.Profiles[p].Name);
+            SaveIni(ctx, list, ctx.profileListPath());
+        }
+    }
+    Save_Settings(ctx, p, ctx.settingsPath(shown.profName));
+}
+
+void SaveProfileAs(AppContext& ctx, ShownNames& shown, const QString& path) {
+    shown.profName = FileBaseName(path);
+    shown.profPath = path;
+    ctx.cur().Changed = true;
+    Save_Settings(ctx, ctx.CurProfile, path);
+}
+
+void LoadBankFrom(AppContext& ctx, const QString& path) {
+    const int b = ctx.CurBank;
+    Load_BankInfo(ctx, ctx.CurProfile, b, path);
+    BankRec& bank = ctx.cur().Banks[b];
+    bank.FileName = FileBaseName(path);
+    bank.Changed = true;
+    ctx.cur().Changed = true;
+    ctx.Profiles[0].Changed = true;
+}
+
+void SaveBank(AppContext& ctx) {
+    const int b = ctx.CurBank;
+    Save_BankInfo(ctx, ctx.CurProfile, b, ctx.bankPath(ctx.cur().Banks[b].FileName));
+    ctx.cur().Changed = true;
+    ctx.Profiles[0].Changed = true;
+}
+
+void SaveBankAs(AppContext& ctx, const QString& path) {
+    const int b = ctx.CurBank;
+    BankRec& bank = ctx.cur().Banks[b];
+    bank.FileName = FileBaseName(path);
+    Save_BankInfo(ctx, ctx.CurProfile, b, path);
+    bank.Changed = true;
+    ctx.cur().Changed = true;
+}
+
+void LoadSearchFrom(AppContext& ctx, ShownNames& shown, const QString& path) {
+    shown.srchName = FileBaseName(path);
+    Load_SearchInfo(ctx, ctx.CurProfile, path);
+    ctx.cur().Changed = true;
+}
+
+void SaveSearch(AppContext& ctx, const ShownNames& shown) {
+    Save_SearchInfo(ctx, ctx.CurProfile, ctx.searchPath(shown.srchName));
+}
+
+void SaveSearchAs(AppContext& ctx, ShownNames& shown, const QString& path) {
+    shown.srchName = FileBaseName(path);
+    ctx.cur().SrchName = shown.srchName;
+    ctx.cur().Changed = true;
+    Save_SearchInfo(ctx, ctx.CurProfile, path);
+}
+
+void ApplyEditCommand(AppContext& ctx, EditCommand command) {
+    switch (command) {
+    case EditCommand::ClearAllBanks:
+        ClearAllBanks(ctx);
+        break;
+    case EditCommand::ClearCurrentBank:
+        ClearBank(ctx, ctx.CurBank);
+        break;
+    case EditCommand::ClearSearchLimits:
+        ClearSearchLimits(ctx);
+        break;
+    case EditCommand::SetFactoryDefaults:
+        FactoryAllBanks(ctx);
+        break;
+    case EditCommand::SetDefaultBank:
+        FactoryBank(ctx, ctx.CurBank);
+        break;
+    case EditCommand::SetDefaultLimits:
+        DefaultSearchLimits(ctx);
+        break;
+    }
+    ctx.cur().Changed = true;
+}
+
+bool EditCommandTouchesSearch(EditCommand command) {
+    return command == EditCommand::ClearSearchLimits || command == EditCommand::SetDefaultLimits;
+}
+
+QString EraseConfirmText() {
+    return QStringLiteral("This will ERASE Your Current Settings!\nAre You SURE You Want To "
+                          "Proceed???");
+}
+
+void ClearChannels(AppContext& ctx, const QList<int>& channelNumbers, bool toDefault) {
+    for (const int n : channelNumbers) {
+        if (n < 1 || n > ChannelCount)
+            continue;
+        const int b = BankOfChannel(n);
+        const int c = SlotOfChannel(n);
+        Set_Channel(ctx, qint16(b), quint8(c), ctx.DefChans[toDefault ? n : 0]);
+    }
+}
+
+void ClearSearches(AppContext& ctx, const QList<int>& rangeNumbers, bool toDefault) {
+    for (const int i : rangeNumbers) {
+        if (i < 1 || i > SearchCount)
+            continue;
+        Set_Search(ctx, qint16(i), ctx.DefSearch[toDefault ? i : 0]);
+    }
+}
+
+} // namespace kestrel

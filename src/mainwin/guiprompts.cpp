@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "guiprompts.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace kestrel {
+
+namespace {
+
+QMessageBox::Icon boxIcon(Icon icon) {
+    switch (icon) {
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons boxButtons(Buttons buttons) {
+    switch (buttons) {
+    case Buttons::Ok:
+        return QMessageBox::Ok;
+    case Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    }
+    return QMessageBox::Ok;
+}
+
+} // namespace
+
+Answer GuiPrompts::message(const QString& text, const QString& title, Icon icon, Buttons buttons) {
+    QMessageBox box(boxIcon(icon), title, text, boxButtons(buttons), QApplication::activeWindow());
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    default:
+        // Closing a box without a Cancel button by its frame counts as its first button.
+        return buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
+    }
+}
+
+std::optional<QString> GuiPrompts::runFileDialog(const FileDialogSpec& spec, bool save) {
+    QFileDialog dialog(QApplication::activeWindow(), spec.title, spec.startDir);
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setNameFilter(spec.pattern);
+    dialog.setDefaultSuffix(spec.defaultExt);
+    // A preset such as "*.BKE" is the filter itself, not a name to propose.
+    if (!spec.presetName.contains(QLatin1Char('*')))
+        dialog.selectFile(spec.presetName);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
+}
+
+std::optional<QString> GuiPrompts::openFile(const FileDialogSpec& spec) {
+    return runFileDialog(spec, false);
+}
+
+std::optional<QString> GuiPrompts::saveFile(const FileDialogSpec& spec) {
+    return runFileDialog(spec, true);
+}
+
+} // namespace kestrel

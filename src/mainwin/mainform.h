@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// MainForm: the program's main window. Profile and bank tabs over the lists of the shown bank,
+// the search ranges and all channels, in-place editing, and the File, Edit, View, Options,
+// Scanner and Help menus. It works directly on the memory image of the AppContext.
+#pragma once
+
+#include "core/appcontext.h"
+#include "editrules.h"
+#include "filecommands.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <QUrl>
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class QStackedWidget;
+class QTabBar;
+class QTableWidget;
+class QGroupBox;
+
+namespace kestrel {
+
+class InplaceEdit;
+
+class MainForm : public QMainWindow {
+    Q_OBJECT
+public:
+    // The panels of the lower area, in the order of the View menu.
+    enum Panel { ScanBanksPanel, ChannelListPanel, ServicePanel };
+
+    explicit MainForm(AppContext& ctx, QWidget* parent = nullptr);
+    ~MainForm() override;
+
+    AppContext& ctx() { return m_ctx; }
+    const ShownNames& shown() const { return m_shown; }
+
+    void RefreshBank(int b);
+    void RefreshSearch();
+    void SetMenus(int b);
+    // Refills all 200 rows of ChanLV from the shown profile.
+    void FillChanLV();
+    // Repaints channel n (1..200) of the shown profile in every list that shows it.
+    void refreshChannel(int n);
+    // Refreshes the list in front after something changed the shown profile's records.
+    void refreshLists();
+
+    // Menu items by name ("ClearSelectedMenuItem", "ShowScanBanksMenu", ...).
+    QAction* menuItem(const QString& objectName) const;
+    // An item whose window comes from another part of the program starts disabled; its wiring
+    // enables it through here and connects to the returned action.
+    QAction* wireMenuItem(const QString& objectName);
+
+    QTableWidget* ChnlsLv() const { return m_chnlsLv; }
+    QTableWidget* SearchLV() const { return m_searchLv; }
+    QTableWidget* ChanLV() const { return m_chanLv; }
+    QTabBar* ProfileTab() const { return m_profileTab; }
+    QTabBar* BankTab() const { return m_bankTab; }
+    InplaceEdit* ProfTxt() const { return m_profTxt; }
+    InplaceEdit* BankTxt() const { return m_bankTxt; }
+    InplaceEdit* FreqTxt() const { return m_freqTxt; }
+    InplaceEdit* DescTxt() const { return m_descTxt; }
+    QLineEdit* SndBankTxt() const;
+    // The caption labels "Bank Name:", "Sending Bank:", "Profile Name:" (indices 0, 1, 2).
+    QLabel* captionLabel(int index) const { return m_labels[index]; }
+    QPushButton* PtintChansBtn() const { return m_printChansBtn; }
+    QMenu* popUpMenu() const { return m_popUpMenu; }
+    // "Chnls", "Srch" or "Chan": the list the pop-up menu was opened on.
+    const QString& popUpTag() const { return m_popUpTag; }
+    Panel shownPanel() const;
+    QWidget* panelWidget(Panel panel) const;
+
+    // How web pages are opened (the desktop's browser by default).
+    void setUrlOpener(std::function<void(const QUrl&)> opener) { m_openUrl = std::move(opener); }
+
+    // Ends an in-place edit: a pending one is committed, otherwise the box is hidden.
+    void finishCellEdit();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // mainform.cpp: set-up, tabs, refresh, closing
+    void buildWidgets();
+    QGroupBox* buildScanBanksPanel();
+    QGroupBox* buildChannelListPanel();
+    QGroupBox* buildServicePanel();
+    QTableWidget* makeList(const QStringList& headers, int rows, bool searchList);
+    void InitControls();
+    void loadWindow();
+    void installSubsystems();
+    void onProfileTab(int index);
+    void onBankTab(int index);
+    void captionBankTabs();
+    void updateCaption();
+    void nextBankTab();
+    void paintRow(QTableWidget* list, int row, const QStringList& texts);
+    void paintChnlsRow(int slot);
+    void paintChanRow(int n);
+    void paintSearchRow(int index);
+
+    // mainform_edit.cpp: in-place editing, name boxes, pop-up menu
+    void connectEditing();
+    void onCellDoubleClicked(QTableWidget* list, int row, int column);
+    void startCellEdit(QTableWidget* list, int row, int column);
+    void commitFreqTxt();
+    void commitDescTxt();
+    void abandonCellEdit();
+    void onCellTextEdited(InplaceEdit* box, const QString& text);
+    QString storedEditText() const;
+    void commitProfTxt();
+    void commitBankTxt();
+    void showPopUp(QTableWidget* list, const QPoint& pos);
+    void popUpCommand(bool toDefault);
+    void onLabelDoubleClick(int index);
+
+    // mainform_menus.cpp: the menus and their commands
+    void buildMenus();
+    QAction* addItem(QMenu* menu, const QString& caption, const char* name);
+    void runFileCommand(FileCommand command);
+    void runSaveCommand(const char* label, const std::function<void()>& save);
+    void runEditCommand(EditCommand command, const char* label);
+    void showPanel(Panel panel);
+    void showAbout();
+    void afterProfileLoaded();
+
+    AppContext& m_ctx;
+    ShownNames m_shown;
+
+    QTabBar* m_profileTab = nullptr;
+    QTabBar* m_bankTab = nullptr;
+    InplaceEdit* m_profTxt = nullptr;
+    InplaceEdit* m_bankTxt = nullptr;
+    QLineEdit* m_sndBankTxt = nullptr;
+    QLabel* m_labels[3] = {};
+    QStackedWidget* m_panels = nullptr;
+    QStackedWidget* m_listStack = nullptr;
+    QTableWidget* m_chnlsLv = nullptr;
+    QTableWidget* m_searchLv = nullptr;
+    QTableWidget* m_chanLv = nullptr;
+    QPushButton* m_printChansBtn = nullptr;
+    InplaceEdit* m_freqTxt = nullptr;
+    InplaceEdit* m_descTxt = nullptr;
+    QMenu* m_popUpMenu = nullptr;
+    QString m_popUpTag;
+    QHash<QString, QAction*> m_items;
+    std::function<void(const QUrl&)> m_openUrl;
+    bool m_loaded = false;
+
+    // The cell being edited in place, fixed when the edit starts.
+    struct CellEdit {
+        QTableWidget* list = nullptr;
+        InplaceEdit* box = nullptr;
+        int profile = 0;
+        int bank = 0;
+        int row = -1;
+        int column = -1;
+    } m_edit;
+    // The last mouse button pressed on each list's viewport.
+    QHash<QObject*, Qt::MouseButton> m_lastButton;
+};
+
+} // namespace kestrel

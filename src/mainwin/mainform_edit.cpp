@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// MainForm: in-place editing of the lists, the profile and bank name boxes, and the lists'
+// pop-up menu.
+#include "core/files.h"
+#include "inplaceedit.h"
+#include "mainform.h"
+
+#include <QMenu>
+#include <QTabBar>
+#include <QTableWidget>
+
+namespace kestrel {
+
+void MainForm::connectEditing() {
+    connect(m_freqTxt, &InplaceEdit::enterPressed, this, [this] {
+        QTableWidget* list = m_edit.list;
+        commitFreqTxt();
+        if (list)
+            list->setFocus();
+    });
+    connect(m_freqTxt, &InplaceEdit::leftBox, this, &MainForm::finishCellEdit);
+    connect(m_descTxt, &InplaceEdit::enterPressed, this, [this] {
+        QTableWidget* list = m_edit.list;
+        commitDescTxt();
+        if (list)
+            list->setFocus();
+    });
+    connect(m_descTxt, &InplaceEdit::leftBox, this, &MainForm::finishCellEdit);
+    for (InplaceEdit* box : {m_freqTxt, m_descTxt}) {
+        connect(box, &InplaceEdit::escapePressed, this, &MainForm::abandonCellEdit);
+        connect(box, &QLineEdit::textEdited, this,
+                [this, box](const QString& text) { onCellTextEdited(box, text); });
+    }
+
+    connect(m_profTxt, &InplaceEdit::enterPressed, this, &MainForm::commitProfTxt);
+    connect(m_profTxt, &InplaceEdit::leftBox, this, &MainForm::commitProfTxt);
+    connect(m_profTxt, &InplaceEdit::escapePressed, this, [this] {
+        m_profTxt->setText(m_shown.profName);
+        m_profTxt->setPending(false);
+    });
+    connect(m_bankTxt, &InplaceEdit::enterPressed, this, &MainForm::commitBankTxt);
+    connect(m_bankTxt, &InplaceEdit::leftBox, this, &MainForm::commitBankTxt);
+    connect(m_bankTxt, &InplaceEdit::escapePressed, this, [this] {
+        if (m_ctx.CurBank == SearchTab)
+            RefreshSearch();
+        else
+            RefreshBank(m_ctx.CurBank);
+    });
+}
+
+void MainForm::onCellDoubleClicked(QTableWidget* list, int row, int column) {
+    const bool search = list == m_searchLv;
+    finishCellEdit();
+    Trap(m_ctx.errors, search ? "MainForm -> SearchLV_DblClick" : "MainForm -> ChnlsLv_DblClick",
+         [&] {
+             if (row < 0 || column < 0)
+                 return;
+             if (IsTextColumn(search, column)) {
+                 startCellEdit(list, row, column);
+                 return;
+             }
+             if (search || m_ctx.CurBank < 1 || m_ctx.CurBank > BankCount)
+                 return;
+             BankRec& bank = m_ctx.cur().Banks[m_ctx.CurBank];
+             if (!ToggleChannelFlag(bank.Chans[row + 1], column))
+                 return;
+             bank.Changed = true;
+             m_ctx.cur().Changed = true;
+             refreshChannel(ChannelNumber(m_ctx.CurBank, row + 1));
+         });
+}
+
+void MainForm::startCellEdit(QTableWidget* list, int row, int column) {
+    const bool search = list == m_searchLv;
+    InplaceEdit* box = IsFrequencyColumn(search, column) ? m_freqTxt : m_descTxt;
+    m_edit = {list, box, m_ctx.CurProfile, search ? 0 : int(m_ctx.CurBank), row, column};
+    if (box->parentWidget() != list->viewport())
+        box->setParent(list->viewport());
+    const QModelIndex index = list->model()->index(row, column);
+    list->scrollTo(index);
+    list->setCurrentIndex(index);
+    box->setGeometry(list->visualRect(index));
+    box->setText(storedEditText());
+    box->setPending(false);
+    box->show();
+    box->raise();
+    box->setFocus(Qt::OtherFocusReason);
+    box->selectAll();
+}
+
+QString MainForm::storedEditText() const {
+    const ProfileRec& profile = m_ctx.Profiles[m_edit.profile];
+    if (m_edit.list == m_searchLv)
+        return StoredSearchCellText(profile.Searches[m_edit.row + 1], m_edit.column);
+    return StoredCellText(profile.Banks[m_edit.bank].Chans[m_edit.row + 1], m_edit.column);
+}
+
+void MainForm::onCellTextEdited(InplaceEdit* box, const QString& text) {
+    // The box is never left empty: it shows the stored value again, ready to be typed over.
+    if (text.isEmpty() && m_edit.box == box) {
+        box->setText(storedEditText());
+        box->selectAll();
+    }
+}
+
+void MainForm::commitFreqTxt() {
+    Trap(m_ctx.errors, "MainForm -> FreqTxt_LostFocus", [&] {
+        if (m_edit.box != m_freqTxt)
+            return;
+        const CellEdit edit = m_edit;
+        m_edit = {};
+        m_freqTxt->setPending(false);
+        m_freqTxt->hide();
+        ProfileRec& profile = m_ctx.Profiles[edit.profile];
+        if (edit.list == m_searchLv) {
+            m_freqTxt->setText(
+                CommitSearchFreq(profile.Searches[edit.row + 1], edit.column, m_freqTxt->text()));
+            profile.Changed = true;
+            if (edit.profile == m_ctx.CurProfile)
+                paintSearchRow(edit.row + 1);
+        } else {
+            BankRec& bank = profile.Banks[edit.bank];
+            m_freqTxt->setText(CommitChannelFreq(bank.Chans[edit.row + 1], m_freqTxt->text()));
+            bank.Changed = true;
+            profile.Changed = true;
+            if (edit.profile == m_ctx.CurProfile)
+                refreshChannel(ChannelNumber(edit.bank, edit.row + 1));
+        }
+    });
+}
+
+void MainForm::commitDescTxt() {
+    Trap(m_ctx.errors, "MainForm -> DescTxt_LostFocus", [&] {
+        if (m_edit.box != m_descTxt)
+            return;
+        const CellEdit edit = m_edit;
+        m_edit = {};
+        m_descTxt->setPending(false);
+        m_descTxt->hide();
+        ProfileRec& profile = m_ctx.Profiles[edit.profile];
+        if (edit.list == m_searchLv) {
+            profile.Searches[edit.row + 1].Desc = m_descTxt->text();
+            profile.Changed = true;
+            if (edit.profile == m_ctx.CurProfile)
+                paintSearchRow(edit.row + 1);
+        } else {
+            BankRec& bank = profile.Banks[edit.bank];
+            bank.Chans[edit.row + 1].Desc = m_descTxt->text();
+            bank.Changed = true;
+            profile.Changed = true;
+            if (edit.profile == m_ctx.CurProfile)
+                refreshChannel(ChannelNumber(edit.bank, edit.row + 1));
+        }
+    });
+}
+
+void MainForm::abandonCellEdit() {
+    if (!m_edit.box)
+        return;
+    QTableWidget* list = m_edit.list;
+    InplaceEdit* box = m_edit.box;
+    m_edit = {};
+    box->setPending(false);
+    box->hide();
+    list->setFocus();
+}
+
+void MainForm::finishCellEdit() {
+    if (!m_edit.box)
+        return;
+    if (m_edit.box->pending()) {
+        if (m_edit.box == m_freqTxt)
+            commitFreqTxt();
+        else
+            commitDescTxt();
+        return;
+    }
+    InplaceEdit* box = m_edit.box;
+    m_edit = {};
+    box->hide();
+}
+
+void MainForm::commitProfTxt() {
+    Trap(m_ctx.errors, "MainForm -> ProfTxt_LostFocus", [&](Stmt& s) {
+        if (!m_profTxt->pending())
+            return;
+        m_profTxt->setPending(false);
+        const QString text = m_profTxt->text();
+        s.at(1);
+        const QString oldPath = m_shown.profPath;
+        const QString newPath = m_ctx.settingsPath(text);
+        if (m_ctx.CurProfile == 0 || newPath == oldPath)
+            return;
+        s.at(2);
+        if (!IsUsableBaseName(text) || !RenameFile(m_ctx, newPath, oldPath)) {
+            m_profTxt->setText(m_shown.profName);
+            return;
+        }
+        s.at(3);
+        m_ctx.cur().Name = text;
+        m_shown.profName = text;
+        m_shown.profPath = newPath;
+        m_profileTab->setTabText(m_ctx.CurProfile, text);
+        updateCaption();
+        m_ctx.cur().Changed = true;
+        m_ctx.Profiles[0].Changed = true;
+    });
+}
+
+void MainForm::commitBankTxt() {
+    Trap(m_ctx.errors, "MainForm -> BankTxt_LostFocus", [&](Stmt& s) {
+        if (!m_bankTxt->pending())
+            return;
+        m_bankTxt->setPending(false);
+        const QString text = m_bankTxt->text();
+        const bool search = m_ctx.CurBank == SearchTab;
+        s.at(1);
+        BankRec* bank = search ? nullptr : &m_ctx.cur().Banks[m_ctx.CurBank];
+        const QString oldPath =
+            search ? m_ctx.searchPath(m_shown.srchName) : m_ctx.bankPath(bank->FileName);
+        const QString newPath = search ? m_ctx.searchPath(text) : m_ctx.bankPath(text);
+        if (newPath == oldPath)
+            return;
+        s.at(2);
+        if (!IsUsableBaseName(text) || !RenameFile(m_ctx, newPath, oldPath)) {
+            m_bankTxt->setText(search ? m_shown.srchName : bank->FileName);
+            return;
+        }
+        s.at(3);
+        // The settings file names the bank and search files, so it is written at closing too.
+        if (search) {
+            m_ctx.cur().SrchName = text;
+            m_shown.srchName = text;
+        } else {
+            bank->FileName = text;
+            bank->Changed = true;
+        }
+        m_ctx.cur().Changed = true;
+        m_bankTab->setTabText(m_ctx.CurBank - 1, text);
+    });
+}
+
+void MainForm::showPopUp(QTableWidget* list, const QPoint& pos) {
+    if (!list->indexAt(pos).isValid())
+        return;
+    finishCellEdit();
+    m_popUpTag = list == m_chnlsLv    ? QStringLiteral("Chnls")
+                 : list == m_searchLv ? QStringLiteral("Srch")
+                                      : QStringLiteral("Chan");
+    m_popUpMenu->popup(list->viewport()->mapToGlobal(pos));
+}
+
+void MainForm::popUpCommand(bool toDefault) {
+    Trap(m_ctx.errors,
+         toDefault ? "MainForm -> UseDefaultsMenuItem" : "MainForm -> ClearSelectedMenuItem", [&] {
+             QTableWidget* list = m_popUpTag == QStringLiteral("Srch")    ? m_searchLv
+                                  : m_popUpTag == QStringLiteral("Chnls") ? m_chnlsLv
+                                                                          : m_chanLv;
+             QList<int> numbers;
+             for (const QModelIndex& index : list->selectionModel()->selectedRows())
+                 numbers << list->item(index.row(), 0)->text().toInt();
+             if (list == m_searchLv) {
+                 ClearSearches(m_ctx, numbers, toDefault);
+                 for (const int i : numbers)
+                     paintSearchRow(i);
+             } else {
+                 ClearChannels(m_ctx, numbers, toDefault);
+                 for (const int n : numbers)
+                     refreshChannel(n);
+             }
+         });
+}
+
+void MainForm::onLabelDoubleClick(int index) {
+    if (QAction* debug = menuItem(QStringLiteral("DebugCommMenuItem")))
+        debug->setVisible(index == 0);
+}
+
+} // namespace kestrel

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The place where the windows of other subsystems are wired into the main window. Each
+// subsystem keeps its wiring in its own mainform_<subsystem>.cpp as a function over the
+// MainForm's public interface, declared and called here.
+#include "mainform.h"
+
+namespace kestrel {
+
+void MainForm::installSubsystems() {}
+
+} // namespace kestrel
