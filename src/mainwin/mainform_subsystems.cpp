@@ -6,6 +6,10 @@
 
 namespace kestrel {
 
-void MainForm::installSubsystems() {}
+void installOrganize(MainForm& form);
+
+void MainForm::installSubsystems() {
+    installOrganize(*this);
+}
 
 } // namespace kestrel
