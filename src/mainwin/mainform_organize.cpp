@@ -69,15 +69,15 @@ public:
             const bool search = ctx.CurBank == SearchTab;
             if (!search && (ctx.CurBank < 1 || ctx.CurBank > BankCount))
                 return;
-            FileDialogSpec spec;
-            spec.title = QStringLiteral("CSV Export");
-            spec.startDir = ctx.appDir();
-            spec.pattern = QStringLiteral("*.csv");
-            spec.defaultExt = QStringLiteral("csv");
-            spec.presetName =
+            FileDialogSpec dialog;
+            dialog.title = QStringLiteral("CSV Export");
+            dialog.startDir = ctx.appDir();
+            dialog.pattern = QStringLiteral("*.csv");
+            dialog.defaultExt = QStringLiteral("csv");
+            dialog.presetName =
                 (search ? ctx.cur().SrchName : ctx.cur().Banks[ctx.CurBank].FileName) +
                 QStringLiteral(".csv");
-            const std::optional<QString> path = ctx.prompts().saveFile(spec);
+            const std::optional<QString> path = ctx.prompts().saveFile(dialog);
             if (!path)
                 return;
             s.at(2);

@@ -168,13 +168,13 @@ void FrmCsvImport::loadFile(int mode) {
         s.at(1);
         m_import.close();
         Frame& f = m_frames[mode];
-        FileDialogSpec spec;
-        spec.title = mode == 0 ? QStringLiteral("Import Bank from CSV")
-                               : QStringLiteral("Import Search Bank from CSV");
-        spec.startDir = m_ctx.appDir();
-        spec.pattern = QStringLiteral("*.csv");
-        spec.defaultExt = QStringLiteral("csv");
-        const std::optional<QString> path = m_ctx.prompts().openFile(spec);
+        FileDialogSpec dialog;
+        dialog.title = mode == 0 ? QStringLiteral("Import Bank from CSV")
+                                 : QStringLiteral("Import Search Bank from CSV");
+        dialog.startDir = m_ctx.appDir();
+        dialog.pattern = QStringLiteral("*.csv");
+        dialog.defaultExt = QStringLiteral("csv");
+        const std::optional<QString> path = m_ctx.prompts().openFile(dialog);
         if (!path)
             return;
         s.at(2);

@@ -161,10 +161,10 @@ void TestOrganizeMainForm::csvExport() {
     f.prompts.queueFile(path);
     f.item("CsvExportMenuItem")->trigger();
     QCOMPARE(f.prompts.dialogs().size(), 1);
-    const FileDialogSpec& spec = f.prompts.dialogs().first();
-    QCOMPARE(spec.pattern, QStringLiteral("*.csv"));
+    const FileDialogSpec& dialog = f.prompts.dialogs().first();
+    QCOMPARE(dialog.pattern, QStringLiteral("*.csv"));
     const bool search = tab == SearchTab - 1;
-    QCOMPARE(spec.presetName,
+    QCOMPARE(dialog.presetName,
              search ? QStringLiteral("SrchBank00.csv") : QStringLiteral("Bank04.csv"));
     QCOMPARE(readFile(path), search ? SearchCsv(f.ctx.cur()) : BankCsv(f.ctx.cur().Banks[4]));
     QCOMPARE(f.ctx.errors.reportCount(), 0);
