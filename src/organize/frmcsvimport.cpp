@@ -33,7 +33,9 @@ QListWidget* oneLineList(QWidget* parent) {
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setSelectionMode(QAbstractItemView::NoSelection);
     list->setUniformItemSizes(true);
-    const int row = list->fontMetrics().height() + 4;
+    list->addItem(CsvColumnName(0)); // measures one entry
+    const int row = list->sizeHintForRow(0);
+    list->clear();
     list->setFixedHeight(row + 2 * list->frameWidth());
     return list;
 }
