@@ -2,6 +2,7 @@
 #include "class_ini.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
 
@@ -120,9 +121,10 @@ IniDocument IniDocument::parse(const QByteArray& bytes) {
 
 IniDocument IniDocument::load(const QString& path) {
     QFile f(path);
-    if (!f.exists())
-        return {};
-    if (!f.open(QIODevice::ReadOnly) || f.size() > kIniFileMax) {
+    const bool opened = f.open(QIODevice::ReadOnly);
+    if (!opened && !QFileInfo::exists(path))
+        return {}; // a missing file is an empty one (looked at only when opening failed)
+    if (!opened || f.size() > kIniFileMax) {
         IniDocument doc;
         doc.m_readFailed = true;
         return doc;

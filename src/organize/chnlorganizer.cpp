@@ -99,6 +99,8 @@ void ChannelOrganizer::sort(Side side, ChannelSortKey key) {
 void ChannelOrganizer::saveCurrent() {
     Trap(m_ctx.errors, "FrmChnlEdit -> SaveCurrent", [&](Stmt& s) {
         ProfileRec& profile = m_ctx.cur();
+        if (anyChanged())
+            ++m_writes;
         if (m_changed[Source]) {
             s.at(1);
             BankRec& bank = profile.Banks[m_bank[Source]];

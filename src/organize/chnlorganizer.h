@@ -35,6 +35,9 @@ public:
 
     // Writes the changed copies into the profile.
     void saveCurrent();
+    // How many times anything was written into the profile (a save may also come from the
+    // question on switching banks).
+    int writes() const { return m_writes; }
 
     // "Do You Want to Save the Current Bank First?"
     static const char* const kSaveFirstText;
@@ -47,6 +50,7 @@ private:
     BankChannels m_copy[2]{};
     int m_bank[2] = {1, 1};
     bool m_changed[2] = {false, false};
+    int m_writes = 0;
 };
 
 } // namespace kestrel

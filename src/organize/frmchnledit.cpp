@@ -141,14 +141,14 @@ void FrmChnlEdit::bankTabChosen(Side side, int index) {
                  m_ignoreTab[side] = false;
                  return;
              }
-             const bool wasChanged = m_organizer.anyChanged();
+             const int writes = m_organizer.writes();
              if (!m_organizer.selectBank(side, index + 1)) {
                  // Cancelled: show the bank still held again, ignoring the tab event this makes.
                  m_ignoreTab[side] = true;
                  m_tabs[side]->setCurrentIndex(m_organizer.bank(side) - 1);
                  return;
              }
-             if (wasChanged && !m_organizer.anyChanged())
+             if (m_organizer.writes() != writes)
                  Q_EMIT channelsSaved();
              fillBank(side);
              // A save from the question may have refilled the other side's copy.
@@ -173,10 +173,12 @@ void FrmChnlEdit::SaveCurrent() {
         m_saveBtn->setEnabled(false);
         const bool sameBank = m_organizer.bank(ChannelOrganizer::Source) ==
                               m_organizer.bank(ChannelOrganizer::Destination);
+        const int writes = m_organizer.writes();
         m_organizer.saveCurrent();
         if (sameBank)
             fillBank(ChannelOrganizer::Destination);
-        Q_EMIT channelsSaved();
+        if (m_organizer.writes() != writes)
+            Q_EMIT channelsSaved();
     });
 }
 

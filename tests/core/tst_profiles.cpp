@@ -31,7 +31,6 @@ private Q_SLOTS:
     void serviceAddress_data();
     void serviceAddress();
     void registryValues();
-    void findProfile();
 };
 
 void TestProfiles::firstStartThenSaveMatchesGolden() {
@@ -162,6 +161,10 @@ void TestProfiles::saveWritesOnlyWhatChanged() {
         ctx.Profiles[0].Changed = true;
         Save_Profiles(ctx);
     }
+    // Files in a form of their own: a rewrite would show as a change.
+    writeFile(dir.filePath(QStringLiteral("Banks/Bank43.BKE")), "[ChnlInfo]\nChannel01 = 40.5,x\n");
+    writeFile(dir.filePath(QStringLiteral("Banks/SrchBank04.SKE")),
+              "[SrchInfo]\nSearch01 = 25,28,x\n");
     AppContext ctx(dir.path());
     Load_Profiles(ctx);
     const auto before = snapshotTree(dir.path());
@@ -179,8 +182,9 @@ void TestProfiles::saveWritesOnlyWhatChanged() {
     for (auto it = after.begin(); it != after.end(); ++it)
         if (before.value(it.key()) != it.value())
             changed << it.key();
-    // Profile04.ini and the list are rewritten with equal bytes; only the bank file differs.
-    QCOMPARE(changed, QStringList{QStringLiteral("Banks/Bank42.BKE")});
+    // The search file of a saved profile is always written, a bank file only when changed.
+    QCOMPARE(changed, (QStringList{QStringLiteral("Banks/Bank42.BKE"),
+                                   QStringLiteral("Banks/SrchBank04.SKE")}));
     QCOMPARE(after.keys(), before.keys());
     QVERIFY(!ctx.Profiles[4].Changed && !ctx.Profiles[4].Banks[2].Changed);
     QVERIFY(ctx.Profiles[5].Banks[1].Changed);
@@ -262,17 +266,12 @@ void TestProfiles::serviceAddress() {
     QFETCH(int, version);
     QFETCH(int, index);
     QFETCH(QString, address);
-    QTemporaryDir dir;
-    writeFile(dir.filePath(QStringLiteral("Main.ini")),
-              QStringLiteral("[RadioRef]\nDBaseVersion=%1\nDBaseIndex=%2\n"
-                             "DBaseEndUsr=https://example.test/svc/\n"
-                             "DBaseLocUsr=http://127.0.0.1:7000/l/\n")
-                  .arg(version)
-                  .arg(index)
-                  .toUtf8());
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    QCOMPARE(ctx.settings.ServiceAddress, address);
+    ProgramSettings s;
+    s.DBaseVersion = qint16(version);
+    s.DBaseIndex = qint16(index);
+    s.DBaseEndUsr = QStringLiteral("https://example.test/svc/");
+    s.DBaseLocUsr = QStringLiteral("http://127.0.0.1:7000/l/");
+    QCOMPARE(DeriveServiceAddress(s), address);
 }
 
 void TestProfiles::registryValues() {
@@ -286,19 +285,6 @@ void TestProfiles::registryValues() {
                      QString::fromLatin1(kProgramKey));
     QVERIFY(native.fileName().startsWith(qEnvironmentVariable("XDG_CONFIG_HOME")));
     QCOMPARE(native.value(QStringLiteral("WebWord")).toString(), QStringLiteral("s3cret"));
-}
-
-void TestProfiles::findProfile() {
-    QTemporaryDir dir;
-    writeFile(dir.filePath(QStringLiteral("Profiles.ini")), "[Profiles]\nProfile02=Air Band\n");
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("0")), 0);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("9")), 9);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("10")), -1);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("Main")), 0);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("air band")), 2);
-    QCOMPARE(FindProfile(ctx, QStringLiteral("Nope")), -1);
 }
 
 QTEST_GUILESS_MAIN(TestProfiles)

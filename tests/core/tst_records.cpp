@@ -15,7 +15,6 @@ class TestRecords : public QObject {
 private Q_SLOTS:
     void factoryChannels_data();
     void factoryChannels();
-    void factorySearchLinesParse();
     void numbering_data();
     void numbering();
     void channelLine_data();
@@ -23,7 +22,6 @@ private Q_SLOTS:
     void searchLine_data();
     void searchLine();
     void setChannelActsOnCurrentProfile();
-    void setterKeepsImportFields();
     void badIndexIsReportedNotFatal();
     void editFills();
 
@@ -37,7 +35,6 @@ void TestRecords::factoryChannels_data() {
     QTest::newRow("cleared") << 0 << "0000.000,Edit-Me,False,False,True";
     QTest::newRow("first") << 1 << "0040.5000,Chan #001,False,False,False";
     QTest::newRow("slot 16") << 16 << "0146.5200,Chan #016,False,False,False";
-    QTest::newRow("four decimals kept") << 117 << "0462.5625,Chan #117,False,False,False";
     QTest::newRow("last real") << 150 << "0469.5500,Chan #150,False,False,False";
     QTest::newRow("first empty") << 151 << "0000.000,Chan #151,False,False,True";
     QTest::newRow("last") << 200 << "0000.000,Chan #200,False,False,True";
@@ -51,25 +48,11 @@ void TestRecords::factoryChannels() {
     QCOMPARE(t[size_t(index)], line);
 }
 
-void TestRecords::factorySearchLinesParse() {
-    DefSearchTable t;
-    SetDefSearch(t);
-    QCOMPARE(t[0], QStringLiteral("000.000,000.000,Edit-Me"));
-    SearchRec r;
-    ParseSearchLine(r, t[7], t[0]);
-    QCOMPARE(r.Lower, 406e6);
-    QCOMPARE(r.Upper, 419993750.0);
-    QCOMPARE(r.Desc, QStringLiteral("Search #7"));
-    ParseSearchLine(r, t[10], t[0]);
-    QCOMPARE(SearchLine(r), QStringLiteral("806.000000,956.000000,Search #10"));
-}
-
 void TestRecords::numbering_data() {
     QTest::addColumn<int>("channel");
     QTest::addColumn<int>("bank");
     QTest::addColumn<int>("slot");
     QTest::newRow("first") << 1 << 1 << 1;
-    QTest::newRow("end of bank 1") << 20 << 1 << 20;
     QTest::newRow("start of bank 2") << 21 << 2 << 1;
     QTest::newRow("last") << 200 << 10 << 20;
 }
@@ -88,8 +71,6 @@ void TestRecords::channelLine_data() {
     QTest::addColumn<QString>("stored"); // the line as a file stores it afterwards
     QTest::newRow("priority only") << "146.52,Fire Dispatch,True,False,False"
                                    << "146.520000,Fire Dispatch,True,False,False";
-    QTest::newRow("flag order priority delay lockout") << "146.52,x,False,True,False"
-                                                       << "146.520000,x,False,True,False";
     QTest::newRow("six fields take the factory line") << "146.52,Fire, East,False,False,False"
                                                       << "146.520000,Chan #016,False,False,False";
     QTest::newRow("four fields take the factory line") << "146.52,Fire,True,False"
@@ -100,8 +81,6 @@ void TestRecords::channelLine_data() {
                                                 << "146.520000,a,False,False,False";
     QTest::newRow("T and 1 are true") << "146.52,a,T,1,True"
                                       << "146.520000,a,True,True,True";
-    QTest::newRow("empty flags read false") << "146.52,a,,,"
-                                            << "146.520000,a,False,False,False";
     QTest::newRow("out of band empties") << "1000,a,False,False,False"
                                          << "000.000000,a,False,False,False";
     QTest::newRow("description not trimmed") << "146.52,  Fire  ,False,False,False"
@@ -150,26 +129,18 @@ void TestRecords::searchLine() {
 void TestRecords::setChannelActsOnCurrentProfile() {
     AppContext ctx(m_dir.path());
     ctx.CurProfile = 3;
+    ChannelRec& ch = ctx.Profiles[3].Banks[2].Chans[1];
+    ch.Imported = true;
+    ch.Mode = 4;
     Set_Channel(ctx, 2, 1, QStringLiteral("155.16,EMS,False,False,False"));
     Set_Search(ctx, 2, QStringLiteral("30,40,Low"));
-    QCOMPARE(ctx.Profiles[3].Banks[2].Chans[1].Desc, QStringLiteral("EMS"));
+    QCOMPARE(ch.Desc, QStringLiteral("EMS"));
+    QVERIFY(ch.Imported && ch.Mode == 4); // the import's fields are left alone
     QCOMPARE(ctx.Profiles[3].Searches[2].Desc, QStringLiteral("Low"));
     QVERIFY(ctx.Profiles[0].Banks[2].Chans[1].Desc.isEmpty());
     QVERIFY(ctx.Profiles[0].Searches[2].Desc.isEmpty());
     // Setting from text marks nothing changed; that is the caller's business.
     QVERIFY(!ctx.Profiles[3].Changed && !ctx.Profiles[3].Banks[2].Changed);
-}
-
-void TestRecords::setterKeepsImportFields() {
-    AppContext ctx(m_dir.path());
-    ChannelRec& ch = ctx.cur().Banks[1].Chans[1];
-    ch.Imported = true;
-    ch.Mode = 4;
-    ch.ModeAux = 2;
-    Set_Channel(ctx, 1, 1, QStringLiteral("146.52,x,False,False,False"));
-    QVERIFY(ch.Imported);
-    QCOMPARE(ch.Mode, quint8(4));
-    QCOMPARE(ch.ModeAux, quint8(2));
 }
 
 void TestRecords::badIndexIsReportedNotFatal() {

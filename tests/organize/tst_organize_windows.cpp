@@ -264,6 +264,7 @@ void TestOrganizeWindows::chnlEditTabQuestion() {
     const QStringList sorted = column(w.SrcChannels(), 2);
     QCOMPARE(sorted.mid(0, 3), (QStringList{"B1", "B10", "B11"}));
 
+    QSignalSpy saved(&w, &FrmChnlEdit::channelsSaved);
     f.prompts.queueAnswer(Answer::Cancel);
     w.SrcBankSelTab()->setCurrentIndex(6);
     QCOMPARE(f.prompts.messages().size(), 1);
@@ -279,11 +280,22 @@ void TestOrganizeWindows::chnlEditTabQuestion() {
     QCOMPARE(w.SrcBankSelTab()->currentIndex(), 6);
     QCOMPARE(column(w.SrcChannels(), 2), labelsOf("G", range(1, 20)));
     QCOMPARE(f.ctx.cur().Banks[2].Chans[2].Desc, QStringLiteral("B10"));
+    QCOMPARE(saved.count(), 1);
     QVERIFY(!w.SaveBtn()->isEnabled());
 
     // No unsaved changes now: no question.
     w.SrcBankSelTab()->setCurrentIndex(2);
     QCOMPARE(f.prompts.messages().size(), 2);
+
+    // No: the sorted bank 3 is dropped, nothing reaches the profile.
+    QTest::mouseClick(w.SrcSortByDescBtn(), Qt::LeftButton);
+    f.prompts.queueAnswer(Answer::No);
+    w.SrcBankSelTab()->setCurrentIndex(0);
+    QCOMPARE(f.prompts.messages().size(), 3);
+    QCOMPARE(w.SrcBankSelTab()->currentIndex(), 0);
+    QCOMPARE(f.ctx.cur().Banks[3].Chans[2].Desc, QStringLiteral("C2"));
+    QCOMPARE(saved.count(), 1);
+    QVERIFY(!w.SaveBtn()->isEnabled());
 }
 
 void TestOrganizeWindows::csvImportBank() {
