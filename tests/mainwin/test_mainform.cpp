@@ -881,6 +881,18 @@ private Q_SLOTS:
         QCOMPARE(pos.top, form.y() * 15);
     }
 
+    void storedPositionIsPulledInsideTheScreen() {
+        m_form.reset();
+        m_ctx.reset();
+        m_dir = std::make_unique<QTemporaryDir>();
+        kestrel::test::writeFile(m_dir->path() + QStringLiteral("/Main.ini"),
+                                 "[Settings]\nMainWindowPos=-50,99999\n");
+        MainForm& form = start();
+        // The screen of the tests is 1920 x 1080 pixels; the window's design width is 700.
+        QCOMPARE(form.y(), 0);
+        QCOMPARE(form.x(), 1920 - 700);
+    }
+
     void helpMenu() {
         MainForm& form = startFresh();
         trigger("HomePageMenuItem");
