@@ -7,8 +7,10 @@
 namespace kestrel {
 
 void installLink(MainForm& form); // mainform_link.cpp
+void installOrganize(MainForm& form);
 
 void MainForm::installSubsystems() {
+    installOrganize(*this);
     installLink(*this);
 }
 
