@@ -6,6 +6,10 @@
 
 namespace kestrel {
 
-void MainForm::installSubsystems() {}
+void installPrint(MainForm& form);
+
+void MainForm::installSubsystems() {
+    installPrint(*this);
+}
 
 } // namespace kestrel
