@@ -20,19 +20,19 @@ void PrintTable::addRow(const QStringList& texts) {
 QList<PrintColumn> ChannelColumns() {
     return {
         {QString(), 40, Qt::AlignLeft},
-        {QStringLiteral("Frequency"), 90, Qt::AlignRight},
+        {QStringLiteral("Frequency"), 90, Qt::AlignLeft},
         {QStringLiteral("Description"), 220, Qt::AlignLeft},
-        {QStringLiteral("Delay"), 50, Qt::AlignHCenter},
-        {QStringLiteral("Priority"), 55, Qt::AlignHCenter},
-        {QStringLiteral("L/Out"), 50, Qt::AlignHCenter},
+        {QStringLiteral("Delay"), 50, Qt::AlignLeft},
+        {QStringLiteral("Priority"), 55, Qt::AlignLeft},
+        {QStringLiteral("L/Out"), 50, Qt::AlignLeft},
     };
 }
 
 QList<PrintColumn> SearchColumns() {
     return {
         {QString(), 30, Qt::AlignLeft},
-        {QStringLiteral("Lower Frequency"), 110, Qt::AlignRight},
-        {QStringLiteral("Upper Frequency"), 110, Qt::AlignRight},
+        {QStringLiteral("Lower Frequency"), 110, Qt::AlignLeft},
+        {QStringLiteral("Upper Frequency"), 110, Qt::AlignLeft},
         {QStringLiteral("Description"), 220, Qt::AlignLeft},
     };
 }

@@ -43,7 +43,7 @@ PrintTable SearchTable(const ProfileRec& profile);
 PrintTable AllChannelsTable(const ProfileRec& profile);
 
 // Column captions and widths of the channel and search lists as the main window shows them (the
-// number column has no caption).
+// number column has no caption, every text is left-aligned).
 QList<PrintColumn> ChannelColumns();
 QList<PrintColumn> SearchColumns();
 
