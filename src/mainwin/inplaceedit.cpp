@@ -35,8 +35,8 @@ void InplaceEdit::keyPressEvent(QKeyEvent* event) {
 
 void InplaceEdit::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    // A context menu of the box itself (right click) is not leaving it.
-    if (event->reason() != Qt::PopupFocusReason)
+    // Opening a menu or switching to another program's window is not leaving the box.
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
         Q_EMIT leftBox();
 }
 

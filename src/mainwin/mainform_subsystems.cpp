@@ -6,9 +6,11 @@
 
 namespace kestrel {
 
+void installOrganize(MainForm& form);
 void installPrint(MainForm& form);
 
 void MainForm::installSubsystems() {
+    installOrganize(*this);
     installPrint(*this);
 }
 

@@ -33,7 +33,9 @@ QListWidget* oneLineList(QWidget* parent) {
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setSelectionMode(QAbstractItemView::NoSelection);
     list->setUniformItemSizes(true);
-    const int row = list->fontMetrics().height() + 4;
+    list->addItem(CsvColumnName(0)); // measures one entry
+    const int row = list->sizeHintForRow(0);
+    list->clear();
     list->setFixedHeight(row + 2 * list->frameWidth());
     return list;
 }
@@ -168,21 +170,19 @@ void FrmCsvImport::loadFile(int mode) {
         s.at(1);
         m_import.close();
         Frame& f = m_frames[mode];
-        FileDialogSpec spec;
-        spec.title = mode == 0 ? QStringLiteral("Import Bank from CSV")
-                               : QStringLiteral("Import Search Bank from CSV");
-        spec.startDir = m_ctx.appDir();
-        spec.pattern = QStringLiteral("*.csv");
-        spec.defaultExt = QStringLiteral("csv");
-        const std::optional<QString> path = m_ctx.prompts().openFile(spec);
+        FileDialogSpec dialog;
+        dialog.title = mode == 0 ? QStringLiteral("Import Bank from CSV")
+                                 : QStringLiteral("Import Search Bank from CSV");
+        dialog.startDir = m_ctx.appDir();
+        dialog.pattern = QStringLiteral("*.csv");
+        dialog.defaultExt = QStringLiteral("csv");
+        const std::optional<QString> path = m_ctx.prompts().openFile(dialog);
         if (!path)
             return;
         s.at(2);
         if (!m_import.open(*path))
             throw KestrelError(err::FileNotFound, QStringLiteral("File not found"));
         s.at(3);
-        for (QLineEdit* box : f.boxes)
-            box->clear();
         for (QListWidget* list : f.lists) {
             list->clear();
             for (int k = 0; k <= m_import.columnCount(); ++k) {
@@ -193,6 +193,8 @@ void FrmCsvImport::loadFile(int mode) {
             }
             list->scrollToTop();
         }
+        for (QLineEdit* box : f.boxes)
+            box->clear();
         s.at(4);
         ShowLine(m_import.nextLine());
         f.buttons[1]->setEnabled(true);

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Wires the organizing tools into the main window: "CS&V Import", "CSV &Export...",
+// "Organize Banks" and "Organize Channels". Each tool window is opened once, not modal; its menu
+// item carries a check mark while it is open.
+#include "mainform.h"
+
+#include "organize/csvexport.h"
+#include "organize/frmbankedit.h"
+#include "organize/frmchnledit.h"
+#include "organize/frmcsvimport.h"
+
+#include <QAction>
+#include <QPointer>
+
+namespace kestrel {
+
+namespace {
+
+// Opens the window made by `make` (or raises the one already open) and keeps the item's check
+// mark in step with it.
+template <typename Window, typename Make>
+void openTool(QAction* item, QPointer<Window>& window, Make make) {
+    if (!window) {
+        window = make();
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        QObject::connect(window.data(), &Window::closed, item, [item] { item->setChecked(false); });
+    }
+    item->setChecked(true);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+// The open tool windows of one main window; lives as long as the main window.
+class OrganizeTools : public QObject {
+public:
+    explicit OrganizeTools(MainForm& form) : QObject(&form), m_form(form) {}
+
+    void csvImport(QAction* item) {
+        openTool(item, m_csv, [this] {
+            auto* w = new FrmCsvImport(m_form.ctx(), &m_form);
+            connect(w, &FrmCsvImport::bankImported, &m_form, [this] { m_form.refreshLists(); });
+            connect(w, &FrmCsvImport::searchImported, &m_form, [this] { m_form.refreshLists(); });
+            return w;
+        });
+    }
+
+    void organizeBanks(QAction* item) {
+        openTool(item, m_banks, [this] {
+            auto* w = new FrmBankEdit(m_form.ctx(), &m_form);
+            connect(w, &FrmBankEdit::banksApplied, &m_form, [this] { m_form.refreshLists(); });
+            return w;
+        });
+    }
+
+    void organizeChannels(QAction* item) {
+        openTool(item, m_chans, [this] {
+            auto* w = new FrmChnlEdit(m_form.ctx(), &m_form);
+            connect(w, &FrmChnlEdit::channelsSaved, &m_form, [this] { m_form.refreshLists(); });
+            return w;
+        });
+    }
+
+    // Writes the shown bank, or the search ranges on the search tab, to a chosen CSV file.
+    void csvExport() {
+        AppContext& ctx = m_form.ctx();
+        Trap(ctx.errors, "MainForm -> CsvExportMenuItem", [&](Stmt& s) {
+            s.at(1);
+            const bool search = ctx.CurBank == SearchTab;
+            if (!search && (ctx.CurBank < 1 || ctx.CurBank > BankCount))
+                return;
+            FileDialogSpec dialog;
+            dialog.title = QStringLiteral("CSV Export");
+            dialog.startDir = ctx.appDir();
+            dialog.pattern = QStringLiteral("*.csv");
+            dialog.defaultExt = QStringLiteral("csv");
+            dialog.presetName =
+                (search ? ctx.cur().SrchName : ctx.cur().Banks[ctx.CurBank].FileName) +
+                QStringLiteral(".csv");
+            const std::optional<QString> path = ctx.prompts().saveFile(dialog);
+            if (!path)
+                return;
+            s.at(2);
+            const QByteArray bytes =
+                search ? SearchCsv(ctx.cur()) : BankCsv(ctx.cur().Banks[ctx.CurBank]);
+            if (!SaveCsvFile(ctx, bytes, *path))
+                throw KestrelError(err::PathNotFound, QStringLiteral("Path not found"));
+        });
+    }
+
+private:
+    MainForm& m_form;
+    QPointer<FrmCsvImport> m_csv;
+    QPointer<FrmBankEdit> m_banks;
+    QPointer<FrmChnlEdit> m_chans;
+};
+
+} // namespace
+
+void installOrganize(MainForm& form) {
+    auto* tools = new OrganizeTools(form);
+    if (QAction* item = form.wireMenuItem(QStringLiteral("CsvImportMenuItem"))) {
+        item->setCheckable(true);
+        QObject::connect(item, &QAction::triggered, tools,
+                         [tools, item] { tools->csvImport(item); });
+    }
+    if (QAction* item = form.wireMenuItem(QStringLiteral("CsvExportMenuItem")))
+        QObject::connect(item, &QAction::triggered, tools, [tools] { tools->csvExport(); });
+    if (QAction* item = form.wireMenuItem(QStringLiteral("OrganizeBanksMenuItem"))) {
+        item->setCheckable(true);
+        QObject::connect(item, &QAction::triggered, tools,
+                         [tools, item] { tools->organizeBanks(item); });
+    }
+    if (QAction* item = form.wireMenuItem(QStringLiteral("OrganizeChansMenuItem"))) {
+        item->setCheckable(true);
+        QObject::connect(item, &QAction::triggered, tools,
+                         [tools, item] { tools->organizeChannels(item); });
+    }
+}
+
+} // namespace kestrel
