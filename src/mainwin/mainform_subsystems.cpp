@@ -8,10 +8,12 @@ namespace kestrel {
 
 void installLink(MainForm& form); // mainform_link.cpp
 void installOrganize(MainForm& form);
+void installPrint(MainForm& form);
 
 void MainForm::installSubsystems() {
     installOrganize(*this);
     installLink(*this);
+    installPrint(*this);
 }
 
 } // namespace kestrel

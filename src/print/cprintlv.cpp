@@ -5,6 +5,7 @@
 
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <algorithm>
 
 namespace kestrel {
 
@@ -30,6 +31,38 @@ bool isPaged(const QPainter& p) {
 }
 
 } // namespace
+
+QList<double> cPrintLV::columnWidths(const QPainter& painter) const {
+    const double sx = dpiX(painter) / kScreenDpi;
+    QList<double> widths;
+    double total = 0;
+    for (const PrintColumn& col : m_table.columns) {
+        widths.append(qMax(0, col.width) * sx);
+        total += widths.last();
+    }
+    // A list stretched wide on the screen would run off the sheet: its widest columns give way
+    // (all cut to one common width) until the table fits between equal margins, so the narrow
+    // flag columns stay readable.
+    const double available =
+        painter.device()->width() - 2 * kLeftTwips * dpiX(painter) / kTwipsPerInch;
+    if (total <= available || available <= 0)
+        return widths;
+    QList<double> sorted = widths;
+    std::sort(sorted.begin(), sorted.end());
+    double remaining = available;
+    double cap = 0;
+    for (qsizetype i = 0; i < sorted.size(); ++i) {
+        const double left = double(sorted.size() - i);
+        if (sorted[i] * left > remaining) {
+            cap = remaining / left;
+            break;
+        }
+        remaining -= sorted[i];
+    }
+    for (double& w : widths)
+        w = qMin(w, cap);
+    return widths;
+}
 
 cPrintLV::cPrintLV(ErrorReporter& errors) : m_errors(errors) {
     Trap(m_errors, "cPrintLV -> Initialize", [&] {
@@ -97,14 +130,15 @@ void cPrintLV::drawCell(QPainter& painter, const QRectF& cell, const QString& te
 void cPrintLV::PrintHead(QPainter& painter) {
     Trap(m_errors, "cPrintLV -> PrintHead", [&](Stmt& s) {
         s.at(1);
-        const double sx = dpiX(painter) / kScreenDpi;
+        const QList<double> widths = columnWidths(painter);
         const double padY = kPadY * dpiY(painter) / kScreenDpi;
         const double height = painter.fontMetrics().height() + 2 * padY;
         double x = kLeftTwips * dpiX(painter) / kTwipsPerInch;
         const double y = kTopTwips * dpiY(painter) / kTwipsPerInch;
         s.at(2);
-        for (const PrintColumn& col : m_table.columns) {
-            const QRectF cell(x, y, col.width * sx, height);
+        for (qsizetype c = 0; c < m_table.columns.size(); ++c) {
+            const PrintColumn& col = m_table.columns[c];
+            const QRectF cell(x, y, widths[c], height);
             drawCell(painter, cell, col.caption, col.align);
             x += cell.width();
         }
@@ -120,7 +154,7 @@ void cPrintLV::PrintBody(QPainter& painter) {
         font.setFamily(m_table.font.family());
         font.setPointSizeF(m_table.font.pointSizeF() > 0 ? m_table.font.pointSizeF() : 8.0);
         painter.setFont(font);
-        const double sx = dpiX(painter) / kScreenDpi;
+        const QList<double> widths = columnWidths(painter);
         const double padY = kPadY * dpiY(painter) / kScreenDpi;
         const double height = painter.fontMetrics().height() + 2 * padY;
         if (m_y <= 0)
@@ -135,7 +169,7 @@ void cPrintLV::PrintBody(QPainter& painter) {
             double x = kLeftTwips * dpiX(painter) / kTwipsPerInch;
             for (qsizetype c = 0; c < m_table.columns.size(); ++c) {
                 const PrintColumn& col = m_table.columns[c];
-                const QRectF cell(x, m_y, col.width * sx, height);
+                const QRectF cell(x, m_y, widths[c], height);
                 const PrintCell blank;
                 const PrintCell& data = c < row.size() ? row[c] : blank;
                 QFont cellFont = font;

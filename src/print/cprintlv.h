@@ -42,6 +42,7 @@ public:
     static qint16 PageCountFor(qint32 count, qint16 rows);
 
 private:
+    QList<double> columnWidths(const QPainter& painter) const;
     void drawCell(QPainter& painter, const QRectF& cell, const QString& text, Qt::Alignment align);
 
     ErrorReporter& m_errors;

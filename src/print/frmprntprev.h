@@ -19,6 +19,8 @@ namespace kestrel {
 class AppContext;
 
 class FrmPrntPrev : public QDialog {
+    Q_OBJECT
+
 public:
     explicit FrmPrntPrev(AppContext& ctx, QWidget* parent = nullptr);
     ~FrmPrntPrev() override;
@@ -36,6 +38,8 @@ public:
     // Time stamped on the pages; the clock when not set.
     void setClock(std::function<QDateTime()> clock) { m_clock = std::move(clock); }
 
+    const QString& description() const { return m_description; }
+    qint16 maxRows() const { return m_maxRows; }
     int currentPage() const { return m_page; }
     int pageCount() const { return m_pages; }
     int itemCount() const { return m_items; }

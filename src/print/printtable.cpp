@@ -19,25 +19,27 @@ void PrintTable::addRow(const QStringList& texts) {
 
 QList<PrintColumn> ChannelColumns() {
     return {
-        {QStringLiteral("Channel"), 65, Qt::AlignLeft},
-        {QStringLiteral("Frequency"), 90, Qt::AlignRight},
+        {QString(), 40, Qt::AlignLeft},
+        {QStringLiteral("Frequency"), 90, Qt::AlignLeft},
         {QStringLiteral("Description"), 220, Qt::AlignLeft},
-        {QStringLiteral("Delay"), 50, Qt::AlignHCenter},
-        {QStringLiteral("Priority"), 55, Qt::AlignHCenter},
-        {QStringLiteral("L/Out"), 50, Qt::AlignHCenter},
+        {QStringLiteral("Delay"), 50, Qt::AlignLeft},
+        {QStringLiteral("Priority"), 55, Qt::AlignLeft},
+        {QStringLiteral("L/Out"), 50, Qt::AlignLeft},
     };
 }
 
 QList<PrintColumn> SearchColumns() {
     return {
-        {QStringLiteral("Range"), 50, Qt::AlignLeft},
-        {QStringLiteral("Lower Frequency"), 110, Qt::AlignRight},
-        {QStringLiteral("Upper Frequency"), 110, Qt::AlignRight},
+        {QString(), 30, Qt::AlignLeft},
+        {QStringLiteral("Lower Frequency"), 110, Qt::AlignLeft},
+        {QStringLiteral("Upper Frequency"), 110, Qt::AlignLeft},
         {QStringLiteral("Description"), 220, Qt::AlignLeft},
     };
 }
 
-QStringList ChannelRowTexts(const ChannelRec& rec, int number) {
+namespace {
+
+QStringList channelRow(const ChannelRec& rec, int number) {
     return {Num3(number),
             FreqToString(rec.Freq),
             rec.Desc,
@@ -46,15 +48,17 @@ QStringList ChannelRowTexts(const ChannelRec& rec, int number) {
             BoolToString(rec.Lockout)};
 }
 
-QStringList SearchRowTexts(const SearchRec& rec, int number) {
+QStringList searchRow(const SearchRec& rec, int number) {
     return {Num2(number), FreqToString(rec.Lower), FreqToString(rec.Upper), rec.Desc};
 }
+
+} // namespace
 
 PrintTable BankTable(const ProfileRec& profile, int bank) {
     PrintTable t;
     t.columns = ChannelColumns();
     for (int slot = 1; slot <= ChansPerBank; ++slot)
-        t.addRow(ChannelRowTexts(profile.Banks[bank].Chans[slot], ChannelNumber(bank, slot)));
+        t.addRow(channelRow(profile.Banks[bank].Chans[slot], ChannelNumber(bank, slot)));
     return t;
 }
 
@@ -62,7 +66,7 @@ PrintTable SearchTable(const ProfileRec& profile) {
     PrintTable t;
     t.columns = SearchColumns();
     for (int i = 1; i <= SearchCount; ++i)
-        t.addRow(SearchRowTexts(profile.Searches[i], i));
+        t.addRow(searchRow(profile.Searches[i], i));
     return t;
 }
 
@@ -70,7 +74,7 @@ PrintTable AllChannelsTable(const ProfileRec& profile) {
     PrintTable t;
     t.columns = ChannelColumns();
     for (int n = 1; n <= ChannelCount; ++n)
-        t.addRow(ChannelRowTexts(profile.Banks[BankOfChannel(n)].Chans[SlotOfChannel(n)], n));
+        t.addRow(channelRow(profile.Banks[BankOfChannel(n)].Chans[SlotOfChannel(n)], n));
     return t;
 }
 

@@ -42,10 +42,9 @@ PrintTable BankTable(const ProfileRec& profile, int bank);
 PrintTable SearchTable(const ProfileRec& profile);
 PrintTable AllChannelsTable(const ProfileRec& profile);
 
-// Column captions and widths of the channel and search lists, shared with the windows.
+// Column captions and widths of the channel and search lists as the main window shows them (the
+// number column has no caption, every text is left-aligned).
 QList<PrintColumn> ChannelColumns();
 QList<PrintColumn> SearchColumns();
-QStringList ChannelRowTexts(const ChannelRec& rec, int number);
-QStringList SearchRowTexts(const SearchRec& rec, int number);
 
 } // namespace kestrel

@@ -35,7 +35,6 @@ PrintTable TableFromView(const QAbstractItemView& view) {
 
     // Columns in the order the user sees them.
     QList<int> columns;
-    QList<Qt::Alignment> aligns;
     const int count = model->columnCount(view.rootIndex());
     for (int visual = 0; visual < count; ++visual) {
         const int logical = header ? header->logicalIndex(visual) : visual;
@@ -44,11 +43,14 @@ PrintTable TableFromView(const QAbstractItemView& view) {
         PrintColumn col;
         col.caption = model->headerData(logical, Qt::Horizontal, Qt::DisplayRole).toString();
         col.width = header ? header->sectionSize(logical) : 80;
-        const Qt::Alignment def = header ? header->defaultAlignment() : Qt::AlignLeft;
-        col.align =
-            horizontal(model->headerData(logical, Qt::Horizontal, Qt::TextAlignmentRole), def);
+        // The column's alignment is the one its texts show with: the caption's when the list
+        // sets one, else that of the column's first cell; a header's own centring of captions
+        // is only how the header draws.
+        QVariant align = model->headerData(logical, Qt::Horizontal, Qt::TextAlignmentRole);
+        if (!align.isValid() && model->rowCount(view.rootIndex()) > 0)
+            align = model->index(0, logical, view.rootIndex()).data(Qt::TextAlignmentRole);
+        col.align = horizontal(align, Qt::AlignLeft);
         columns.append(logical);
-        aligns.append(col.align);
         table.columns.append(col);
     }
 

@@ -187,11 +187,10 @@ private Q_SLOTS:
         for (const QString& name : searchItems)
             QVERIFY2(form.menuItem(name)->isEnabled(), qPrintable(name));
         // Windows of other parts of the program are present but not yet usable.
-        for (const char* name : {"WebImportMenuItem", "PrintBankMenuItem"}) {
+        for (const char* name : {"WebImportMenuItem"}) {
             QVERIFY2(form.menuItem(name), name);
             QVERIFY2(!form.menuItem(name)->isEnabled(), name);
         }
-        QVERIFY(!form.PtintChansBtn()->isEnabled());
         clickBankTab(2);
         QVERIFY(!form.menuItem("WebImportMenuItem")->isEnabled());
         QVERIFY(form.wireMenuItem("WebImportMenuItem")->isEnabled());

@@ -80,6 +80,7 @@ private Q_SLOTS:
     void pageTextsAndPositions();
     void allChannelsToPdf();
     void longDescriptionEndsInEllipsis();
+    void wideListFitsTheSheet();
     void tablesFromRecords();
 };
 
@@ -304,6 +305,27 @@ void TestCPrintLV::longDescriptionEndsInEllipsis() {
         }
     }
     QVERIFY(words >= 3);
+}
+
+void TestCPrintLV::wideListFitsTheSheet() {
+    QTemporaryDir dir;
+    ErrorReporter errors;
+    PrintTable t = numberedTable(3);
+    t.columns[2].width = 2400; // a description column stretched across a wide screen
+    const QString path = writePdf(dir.path(), t, QStringLiteral("Wide"), 50, 1, 1, errors);
+    // Letter is 612 points wide; the table keeps the title's 18-point indent on both sides of
+    // the quarter-inch margins.
+    bool sawLast = false;
+    for (const test::PdfWord& w : test::pdfWords(path)) {
+        QVERIFY2(w.box.right() <= 612 - 36 + 0.5, qPrintable(w.text));
+        sawLast = sawLast || w.text == QStringLiteral("L/Out");
+    }
+    QVERIFY(sawLast);
+    // Only the stretched column gives way: the flags and captions beside it stay whole.
+    const QString text = test::pdfText(path);
+    QVERIFY(text.contains(QStringLiteral("Row 003")));
+    QVERIFY(text.contains(QStringLiteral("Priority")));
+    QCOMPARE(text.count(QStringLiteral("False")), 9);
 }
 
 void TestCPrintLV::tablesFromRecords() {

@@ -71,8 +71,12 @@ void TestViewTable::fromTableViewInVisualOrder() {
         {QStringLiteral("Range"), QStringLiteral("Lower"), QStringLiteral("Upper")});
     model.setHeaderData(2, Qt::Horizontal, int(Qt::AlignHCenter), Qt::TextAlignmentRole);
     for (int r = 0; r < 2; ++r)
-        for (int c = 0; c < 3; ++c)
-            model.setItem(r, c, new QStandardItem(QStringLiteral("%1/%2").arg(r).arg(c)));
+        for (int c = 0; c < 3; ++c) {
+            auto* item = new QStandardItem(QStringLiteral("%1/%2").arg(r).arg(c));
+            if (c == 1)
+                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            model.setItem(r, c, item);
+        }
     QTableView view;
     view.setModel(&model);
     view.horizontalHeader()->moveSection(2, 0); // the user dragged "Upper" to the front
@@ -84,6 +88,10 @@ void TestViewTable::fromTableViewInVisualOrder() {
     QCOMPARE(t.columns[0].width, 77);
     QCOMPARE(t.columns[0].align, Qt::AlignHCenter);
     QCOMPARE(t.columns[1].caption, QStringLiteral("Range"));
+    // The header centres every caption by default; the cells of "Range" are left-aligned.
+    QCOMPARE(t.columns[1].align, Qt::AlignLeft);
+    QCOMPARE(t.columns[2].caption, QStringLiteral("Lower"));
+    QCOMPARE(t.columns[2].align, Qt::AlignRight);
     QCOMPARE(t.rows[1][0].text, QStringLiteral("1/2"));
     QCOMPARE(t.rows[1][1].text, QStringLiteral("1/0"));
 }
