@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The organize windows opened from the main window's menus and driven offscreen: rows dragged as
-// real QMimeData payloads through the lists' drop handling, the CSV import window, CSV export,
-// and the main window following every change.
-#include "organize/csvexport.h"
+// real QMimeData payloads through the lists' drop handling, the CSV import window, and the main
+// window following every change.
 #include "organize/frmbankedit.h"
 #include "organize/frmchnledit.h"
 #include "organize/frmcsvimport.h"
@@ -84,8 +83,6 @@ private Q_SLOTS:
     void organizeBanks();
     void organizeChannels();
     void csvImport();
-    void csvExport_data();
-    void csvExport();
 };
 
 void TestOrganizeWindows::itemsAreUsable() {
@@ -205,34 +202,6 @@ void TestOrganizeWindows::csvImport() {
     w->close();
     QVERIFY(!f.item("CsvImportMenuItem")->isChecked());
     QCOMPARE(f.ctx.settings.pos(WindowId::CSV), (WindowPos{750, 1500}));
-}
-
-void TestOrganizeWindows::csvExport_data() {
-    QTest::addColumn<int>("tab");
-    QTest::newRow("bank 4") << 3;
-    QTest::newRow("search ranges") << SearchTab - 1;
-}
-
-void TestOrganizeWindows::csvExport() {
-    QFETCH(int, tab);
-    Gui f;
-    f.form.BankTab()->setCurrentIndex(tab);
-    const QString path = f.dir.filePath(QStringLiteral("out.csv"));
-    f.prompts.queueFile(path);
-    f.item("CsvExportMenuItem")->trigger();
-    QCOMPARE(f.prompts.dialogs().size(), 1);
-    QCOMPARE(f.prompts.dialogs()[0].pattern, QStringLiteral("*.csv"));
-    const bool search = tab == SearchTab - 1;
-    QCOMPARE(f.prompts.dialogs()[0].presetName,
-             QString::fromLatin1(search ? "SrchBank00.csv" : "D.csv"));
-    QCOMPARE(readFile(path), search ? SearchCsv(f.ctx.cur()) : BankCsv(f.ctx.cur().Banks[4]));
-    QCOMPARE(f.ctx.errors.reportCount(), 0);
-    // A cancelled dialog writes nothing; an unwritable place is reported.
-    f.item("CsvExportMenuItem")->trigger();
-    f.prompts.queueFile(f.dir.filePath(QStringLiteral("no/such/folder/x.csv")));
-    f.item("CsvExportMenuItem")->trigger();
-    QCOMPARE(f.ctx.errors.reportCount(), 1);
-    QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("MainForm -> CsvExportMenuItem"));
 }
 
 QTEST_MAIN(TestOrganizeWindows)
