@@ -1,34 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The drag payload, the drop rearrangements and the stable sorts of the organize windows.
+// The drag payload, drop and sort rules of the organize windows, and the organizers that apply
+// them to a profile loaded from real bank files.
 #include "organize/arrange.h"
+#include "organize/bankorganizer.h"
+#include "organize/chnlorganizer.h"
+
+#include "letterbanks.h"
 
 #include <QTest>
 
 using namespace kestrel;
+using namespace kestrel::test;
 
 namespace {
 
-// Letters A.. for positions 1..count, rearranged by an order.
-QString lettersAfter(int count, const QList<int>& order) {
-    QString s;
-    for (int p : order)
-        s += QChar(QLatin1Char('A').unicode() + p - 1);
-    Q_ASSERT(order.size() == count);
-    return s;
-}
-
 QList<int> ints(const QString& list) {
     QList<int> out;
-    for (const QString& p : list.split(QLatin1Char(','), Qt::SkipEmptyParts))
+    for (const QString& p : list.split(u',', Qt::SkipEmptyParts))
         out.append(p.toInt());
     return out;
 }
 
-ChannelRec chan(double mhz, const QString& desc) {
-    ChannelRec c;
-    c.Freq = mhz * 1e6;
-    c.Desc = desc;
-    return c;
+QString descs(const BankChannels& chans) {
+    QStringList s;
+    for (int c = 1; c <= ChansPerBank; ++c)
+        s.append(chans[c].Desc);
+    return s.join(u' ');
 }
 
 } // namespace
@@ -36,68 +33,46 @@ ChannelRec chan(double mhz, const QString& desc) {
 class TestArrange : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void payload_data();
-    void payload();
     void positions_data();
     void positions();
     void bankDrops_data();
     void bankDrops();
-    void destinationMoves_data();
-    void destinationMoves();
-    void destinationRefusesOverflow();
-    void sortNames_data();
+    void destination_data();
+    void destination();
     void sortNames();
-    void sortChannelsByFrequency();
-    void sortChannelsByDescription();
+    void sortChannels_data();
+    void sortChannels();
+    void bankOrganizer();
+    void channelOrganizerSameBank();
+    void switchingWithUnsavedChanges_data();
+    void switchingWithUnsavedChanges();
 };
-
-void TestArrange::payload_data() {
-    QTest::addColumn<QStringList>("rows");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("two banks") << QStringList{"03", "04"} << "XFR,03,04";
-    QTest::newRow("one channel") << QStringList{"21"} << "XFR,21";
-    QTest::newRow("three channels") << QStringList{"41", "45", "60"} << "XFR,41,45,60";
-}
-
-void TestArrange::payload() {
-    QFETCH(QStringList, rows);
-    QFETCH(QString, text);
-    QCOMPARE(XfrPayload(rows), text);
-    const auto parsed = ParseXfrPayload(text);
-    QVERIFY(parsed.has_value());
-    QCOMPARE(*parsed, rows);
-}
 
 void TestArrange::positions_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("offset");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("banks") << "XFR,03,04" << 0 << true << "3,4";
-    QTest::newRow("channels of bank 4") << "XFR,61,62,80" << 60 << true << "1,2,20";
-    QTest::newRow("plain text") << "hello world" << 0 << false << "";
-    QTest::newRow("empty") << "" << 0 << false << "";
-    QTest::newRow("prefix alone") << "XFR" << 0 << false << "";
-    QTest::newRow("prefix and comma") << "XFR," << 0 << false << "";
-    QTest::newRow("lower-case prefix") << "xfr,01" << 0 << false << "";
-    QTest::newRow("prefix with blank") << "XFR ,01" << 0 << false << "";
-    QTest::newRow("position 0") << "XFR,00" << 0 << false << "";
-    QTest::newRow("position 11") << "XFR,11" << 0 << false << "";
-    QTest::newRow("channel of another bank") << "XFR,21" << 60 << false << "";
-    QTest::newRow("not a number") << "XFR,03,x" << 0 << false << "";
-    QTest::newRow("twice") << "XFR,03,03" << 0 << false << "";
+    QTest::addColumn<QString>("expected"); // empty: refused
+    QTest::newRow("banks") << "XFR,03,04" << 0 << "3,4";
+    QTest::newRow("channels of bank 4") << "XFR,61,62,80" << 60 << "1,2,20";
+    QTest::newRow("plain text") << "hello world" << 0 << "";
+    QTest::newRow("prefix alone") << "XFR" << 0 << "";
+    QTest::newRow("lower-case prefix") << "xfr,01" << 0 << "";
+    QTest::newRow("position 11") << "XFR,11" << 0 << "";
+    QTest::newRow("channel of another bank") << "XFR,21" << 60 << "";
+    QTest::newRow("not a number") << "XFR,03,x" << 0 << "";
+    QTest::newRow("twice") << "XFR,03,03" << 0 << "";
 }
 
 void TestArrange::positions() {
     QFETCH(QString, text);
     QFETCH(int, offset);
-    QFETCH(bool, valid);
     QFETCH(QString, expected);
-    const int count = offset ? ChansPerBank : BankCount;
-    const auto got = XfrPositions(text, count, offset);
-    QCOMPARE(got.has_value(), valid);
-    if (valid)
+    const auto got = XfrPositions(text, offset ? ChansPerBank : BankCount, offset);
+    QCOMPARE(got.has_value(), !expected.isEmpty());
+    if (got) {
         QCOMPARE(*got, ints(expected));
+        QCOMPARE(XfrPayload(ParseXfrPayload(text).value()), text);
+    }
 }
 
 void TestArrange::bankDrops_data() {
@@ -109,11 +84,9 @@ void TestArrange::bankDrops_data() {
     QTest::newRow("10 onto 01") << "10" << 1 << "JABCDEFGHI";
     QTest::newRow("01 onto 10") << "1" << 10 << "BCDEFGHIJA";
     QTest::newRow("neighbour down") << "4" << 5 << "ABCEDFGHIJ";
-    QTest::newRow("neighbour up") << "5" << 4 << "ABCEDFGHIJ";
     QTest::newRow("scattered up") << "6,9" << 3 << "ABFICDEGHJ";
     QTest::newRow("scattered down") << "2,4" << 8 << "ACEFGHBDIJ";
     QTest::newRow("onto a dragged row") << "5,6" << 6 << "";
-    QTest::newRow("onto the first dragged row") << "5,6" << 5 << "";
     QTest::newRow("target outside") << "5" << 11 << "";
 }
 
@@ -123,38 +96,45 @@ void TestArrange::bankDrops() {
     QFETCH(QString, result);
     const auto order = ArrangeOrder(BankCount, ints(dragged), target);
     QCOMPARE(order.has_value(), !result.isEmpty());
-    if (order)
-        QCOMPARE(lettersAfter(BankCount, *order), result);
+    QString letters;
+    for (int p : order.value_or(QList<int>{}))
+        letters += QChar(u'A' + p - 1);
+    QCOMPARE(letters, result);
 }
 
-void TestArrange::destinationMoves_data() {
+void TestArrange::destination_data() {
     QTest::addColumn<QString>("dragged");
     QTest::addColumn<int>("target");
-    QTest::newRow("three onto slot 5") << "3,4,5" << 5;
-    QTest::newRow("one onto slot 1") << "20" << 1;
-    QTest::newRow("scattered onto slot 18") << "1,10,20" << 18;
-    QTest::newRow("same slot as dragged") << "7" << 7;
+    QTest::addColumn<bool>("fits");
+    QTest::newRow("three onto slot 5") << "3,4,5" << 5 << true;
+    QTest::newRow("one onto slot 1") << "20" << 1 << true;
+    QTest::newRow("scattered onto slot 18") << "1,10,20" << 18 << true;
+    QTest::newRow("same slot as dragged") << "7" << 7 << true;
+    QTest::newRow("three onto slot 19") << "1,2,3" << 19 << false;
 }
 
-void TestArrange::destinationMoves() {
+void TestArrange::destination() {
     QFETCH(QString, dragged);
     QFETCH(int, target);
+    QFETCH(bool, fits);
     const QList<int> moved = ints(dragged);
     BankChannels source{}, dest{};
     for (int c = 1; c <= ChansPerBank; ++c) {
-        source[c] = chan(100 + c, QStringLiteral("S%1").arg(c));
-        dest[c] = chan(200 + c, QStringLiteral("D%1").arg(c));
+        source[c] = chan((100 + c) * 1e6, QStringLiteral("S%1").arg(c));
+        dest[c] = chan((200 + c) * 1e6, QStringLiteral("D%1").arg(c));
     }
     const BankChannels oldSource = source, oldDest = dest;
-    QVERIFY(ArrangeDestination(source, dest, moved, target));
-    const int n = int(moved.size());
+    QCOMPARE(ArrangeDestination(source, dest, moved, target), fits);
+    if (!fits) {
+        QVERIFY(source == oldSource && dest == oldDest);
+        return;
+    }
     // Destination: its slots before the target, the moved channels, then its own pushed down.
-    for (int c = 1; c < target; ++c)
-        QCOMPARE(dest[c], oldDest[c]);
-    for (int i = 0; i < n; ++i)
-        QCOMPARE(dest[target + i], oldSource[moved[i]]);
-    for (int c = target + n; c <= ChansPerBank; ++c)
-        QCOMPARE(dest[c], oldDest[c - n]);
+    const int n = int(moved.size());
+    for (int c = 1; c <= ChansPerBank; ++c)
+        QCOMPARE(dest[c], c < target       ? oldDest[c]
+                          : c < target + n ? oldSource[moved[c - target]]
+                                           : oldDest[c - n]);
     // Source: the others closed up in their order, empty channels at the end.
     int slot = 1;
     for (int c = 1; c <= ChansPerBank; ++c)
@@ -164,77 +144,133 @@ void TestArrange::destinationMoves() {
         QCOMPARE(source[slot], ChannelRec{});
 }
 
-void TestArrange::destinationRefusesOverflow() {
-    BankChannels source{}, dest{};
-    for (int c = 1; c <= ChansPerBank; ++c) {
-        source[c] = chan(100 + c, QStringLiteral("S%1").arg(c));
-        dest[c] = chan(200 + c, QStringLiteral("D%1").arg(c));
-    }
-    const BankChannels oldSource = source, oldDest = dest;
-    QVERIFY(!ArrangeDestination(source, dest, {1, 2, 3}, 19));
-    QVERIFY(source == oldSource);
-    QVERIFY(dest == oldDest);
-    QVERIFY(ArrangeDestination(source, dest, {1, 2, 3}, 18));
-    QCOMPARE(dest[20].Desc, QStringLiteral("S3"));
-}
-
-void TestArrange::sortNames_data() {
-    QTest::addColumn<QStringList>("names");
-    QTest::addColumn<QStringList>("sorted");
-    QTest::newRow("case") << QStringList{"fire", "Fire", "air", "Air"}
-                          << QStringList{"Air", "Fire", "air", "fire"};
-    QTest::newRow("digits and letters")
-        << QStringList{"b10", "B2", "b1", "_x", "9"} << QStringList{"9", "B2", "_x", "b1", "b10"};
-    QTest::newRow("already sorted") << QStringList{"A", "B", "C"} << QStringList{"A", "B", "C"};
-    QTest::newRow("empty name first")
-        << QStringList{"Bank01", "", "Air"} << QStringList{"", "Air", "Bank01"};
-    QTest::newRow("accents after ASCII")
-        << QStringList{"Ärzte", "Zoll", "Amt"} << QStringList{"Amt", "Zoll", "Ärzte"};
-}
-
 void TestArrange::sortNames() {
-    QFETCH(QStringList, names);
-    QFETCH(QStringList, sorted);
-    QCOMPARE(SortNames(names), sorted);
+    // Character codes: digits, upper case, "_", lower case, then accented letters.
+    QCOMPARE(SortNames({"b10", "B2", "", "Ärzte", "b1", "_x", "9", "Air"}),
+             (QStringList{"", "9", "Air", "B2", "_x", "b1", "b10", "Ärzte"}));
 }
 
-void TestArrange::sortChannelsByFrequency() {
-    BankChannels chans{};
-    const double mhz[ChansPerBank] = {462.5625, 0, 146.52, 40.5, 0,     146.52, 851.0125,
-                                      25,       0, 956,    40.5, 154.1, 0,      0,
-                                      0,        0, 0,      0,    0,     0};
-    for (int c = 1; c <= ChansPerBank; ++c)
-        chans[c] = chan(mhz[c - 1], QStringLiteral("#%1").arg(c));
-    SortChannels(chans, ChannelSortKey::Frequency);
-    // Empty channels first, in their old order; equal frequencies keep their order.
-    const QStringList expected = {"#2",  "#5",  "#9",  "#13", "#14", "#15", "#16",
-                                  "#17", "#18", "#19", "#20", "#8",  "#4",  "#11",
-                                  "#3",  "#6",  "#12", "#1",  "#7",  "#10"};
-    QStringList got;
-    for (int c = 1; c <= ChansPerBank; ++c)
-        got.append(chans[c].Desc);
-    QCOMPARE(got, expected);
+void TestArrange::sortChannels_data() {
+    QTest::addColumn<bool>("byFrequency");
+    QTest::addColumn<QStringList>("keys"); // of slots 1..; the rest empty / "~<slot>"
+    QTest::addColumn<QString>("order");    // the old slot of each new slot
+    QTest::newRow("frequency: empty first, equal ones keep their order")
+        << true << QStringList{"462.5625", "0",  "146.52", "40.5", "0",    "146.52",
+                               "851.0125", "25", "0",      "956",  "40.5", "154.1"}
+        << "2,5,9,13,14,15,16,17,18,19,20,8,4,11,3,6,12,1,7,10";
+    QTest::newRow("description: character codes, equal ones keep their order")
+        << false << QStringList{"fire", "Police", "", "Fire", "police", "EMS", "Fire", "air"}
+        << "3,6,4,7,2,8,1,5,10,11,12,13,14,15,16,17,18,19,20,9";
 }
 
-void TestArrange::sortChannelsByDescription() {
+void TestArrange::sortChannels() {
+    QFETCH(bool, byFrequency);
+    QFETCH(QStringList, keys);
+    QFETCH(QString, order);
     BankChannels chans{};
-    const QStringList descs = {"fire", "Police", "", "Fire", "police", "EMS", "Fire", "air"};
-    for (int c = 1; c <= ChansPerBank; ++c)
-        chans[c] = chan(100 + c, c <= descs.size() ? descs[c - 1] : QStringLiteral("~%1").arg(c));
-    SortChannels(chans, ChannelSortKey::Description);
-    QStringList got;
-    QList<int> freqs;
-    for (int c = 1; c <= 8; ++c) {
-        got.append(chans[c].Desc);
-        freqs.append(int(chans[c].Freq / 1e6));
+    for (int c = 1; c <= ChansPerBank; ++c) {
+        const QString key = c <= keys.size() ? keys[c - 1] : QString();
+        chans[c] = byFrequency ? chan(key.toDouble() * 1e6, QString::number(c))
+                               : chan((100 + c) * 1e6,
+                                      c <= keys.size() ? key : QStringLiteral("~%1").arg(c));
     }
-    QCOMPARE(got, (QStringList{"", "EMS", "Fire", "Fire", "Police", "air", "fire", "police"}));
-    // The two "Fire" channels keep their order: slot 4 before slot 7.
-    QCOMPARE(freqs.mid(2, 2), (QList<int>{104, 107}));
-    // Character codes, not numbers: "~10" .. "~19", "~20", "~9".
-    QCOMPARE(chans[9].Desc, QStringLiteral("~10"));
-    QCOMPARE(chans[19].Desc, QStringLiteral("~20"));
-    QCOMPARE(chans[20].Desc, QStringLiteral("~9"));
+    const BankChannels old = chans;
+    SortChannels(chans, byFrequency ? ChannelSortKey::Frequency : ChannelSortKey::Description);
+    const QList<int> slots = ints(order);
+    for (int c = 1; c <= ChansPerBank; ++c)
+        QCOMPARE(chans[c], old[slots[c - 1]]);
+}
+
+void TestArrange::bankOrganizer() {
+    LetterBanks f;
+    ProfileRec& p = f.ctx.cur();
+    for (BankRec& bank : p.Banks)
+        bank.Chans[2].Desc = QStringLiteral("edited"); // not saved to the bank files
+    p.Banks[4].FileName.clear();
+    p.Banks[4].Chans[1].Desc = QStringLiteral("only in memory");
+    BankOrganizer org(f.ctx);
+    org.load();
+    QVERIFY(!org.save());
+    // A drop and the drop back: the names are as before, so there is nothing to save.
+    QVERIFY(org.drop(QStringLiteral("XFR,03"), 5));
+    QVERIFY(org.drop(QStringLiteral("XFR,05"), 3));
+    QVERIFY(!org.save());
+    QVERIFY(org.drop(QStringLiteral("XFR,04"), 1));
+    QCOMPARE(org.names().join(u','), QStringLiteral(",A,B,C,E,F,G,H,I,J"));
+    QCOMPARE(p.Banks[2].FileName, QStringLiteral("B")); // nothing applied yet
+    QVERIFY(org.save());
+    QVERIFY(!org.changed());
+    QVERIFY(p.Changed);
+    QCOMPARE(f.ctx.errors.reportCount(), 0);
+    // Moved banks are loaded from their files, the one without a file keeps what it has, and
+    // the banks that kept their place keep their unsaved edits.
+    QCOMPARE(p.Banks[1].FileName, QString());
+    QCOMPARE(p.Banks[1].Chans[1].Desc, QStringLiteral("only in memory"));
+    QCOMPARE(descs(p.Banks[3].Chans), names("B1-20"));
+    QCOMPARE(p.Banks[4].Chans[2].Desc, QStringLiteral("C2"));
+    QCOMPARE(p.Banks[5].FileName, QStringLiteral("E"));
+    QCOMPARE(p.Banks[5].Chans[2].Desc, QStringLiteral("edited"));
+    for (int b = 1; b <= BankCount; ++b)
+        QCOMPARE(p.Banks[b].Changed, b <= 4);
+}
+
+void TestArrange::channelOrganizerSameBank() {
+    LetterBanks f;
+    ChannelOrganizer org(f.ctx);
+    org.load();
+    QVERIFY(org.selectBank(ChannelOrganizer::Source, 4));
+    QVERIFY(org.selectBank(ChannelOrganizer::Destination, 4));
+    QVERIFY(!org.dropOnDestination(QStringLiteral("XFR,62,63"), 3)); // onto a dragged row
+    QVERIFY(!org.dropOnSource(QStringLiteral("XFR,21"), 3));         // not a row of bank 4
+    QVERIFY(!org.dropOnDestination(QStringLiteral("146.52,Fire"), 3));
+    QVERIFY(!org.anyChanged());
+    QVERIFY(org.dropOnDestination(QStringLiteral("XFR,62,63"), 6));
+    const QString expected = names("D1 D4-6 D2-3 D7-20");
+    QCOMPARE(descs(org.channels(ChannelOrganizer::Source)), expected);
+    QCOMPARE(descs(org.channels(ChannelOrganizer::Destination)), expected);
+    QCOMPARE(descs(f.ctx.cur().Banks[4].Chans), names("D1-20")); // private until saved
+    org.saveCurrent();
+    QVERIFY(!org.anyChanged());
+    QCOMPARE(descs(f.ctx.cur().Banks[4].Chans), expected);
+    QVERIFY(f.ctx.cur().Banks[4].Changed);
+    QVERIFY(!f.ctx.cur().Banks[1].Changed);
+}
+
+void TestArrange::switchingWithUnsavedChanges_data() {
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("switched");
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("Yes saves, then switches") << int(Answer::Yes) << true << true;
+    QTest::newRow("No drops the changes") << int(Answer::No) << true << false;
+    QTest::newRow("Cancel keeps bank and changes") << int(Answer::Cancel) << false << false;
+}
+
+void TestArrange::switchingWithUnsavedChanges() {
+    QFETCH(int, answer);
+    QFETCH(bool, switched);
+    QFETCH(bool, saved);
+    LetterBanks f;
+    ChannelOrganizer org(f.ctx);
+    org.load();
+    QVERIFY(org.selectBank(ChannelOrganizer::Source, 2)); // no changes: no question
+    QVERIFY(f.prompts.messages().isEmpty());
+    org.sort(ChannelOrganizer::Source, ChannelSortKey::Description); // B1 B10 B11 ...
+    const QString sorted = descs(org.channels(ChannelOrganizer::Source));
+    QVERIFY(sorted.startsWith(QStringLiteral("B1 B10 B11")));
+
+    f.prompts.queueAnswer(Answer(answer));
+    QCOMPARE(org.selectBank(ChannelOrganizer::Source, 7), switched);
+    QCOMPARE(f.prompts.messages().size(), 1);
+    const ScriptedPrompts::Message& m = f.prompts.messages().first();
+    QCOMPARE(m.text, QStringLiteral("Do You Want to Save the Current Bank First?"));
+    QCOMPARE(m.title, QStringLiteral("Bank NOT Saved!"));
+    QCOMPARE(m.icon, Icon::Critical);
+    QCOMPARE(m.buttons, Buttons::YesNoCancel);
+    QCOMPARE(org.bank(ChannelOrganizer::Source), switched ? 7 : 2);
+    QCOMPARE(org.changed(ChannelOrganizer::Source), !switched);
+    QCOMPARE(descs(org.channels(ChannelOrganizer::Source)), switched ? names("G1-20") : sorted);
+    QCOMPARE(descs(f.ctx.cur().Banks[2].Chans), saved ? sorted : names("B1-20"));
+    QCOMPARE(f.ctx.cur().Banks[2].Changed, saved);
 }
 
 QTEST_GUILESS_MAIN(TestArrange)
