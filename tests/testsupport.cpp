@@ -58,4 +58,13 @@ QMap<QString, QByteArray> snapshotTree(const QString& root) {
     return files;
 }
 
+QStringList changedFiles(const QMap<QString, QByteArray>& before,
+                         const QMap<QString, QByteArray>& after) {
+    QStringList changed;
+    for (auto it = after.begin(); it != after.end(); ++it)
+        if (!before.contains(it.key()) || before.value(it.key()) != it.value())
+            changed << it.key();
+    return changed;
+}
+
 } // namespace kestrel::test

@@ -31,5 +31,8 @@ ProcessResult runKestrelctl(const QStringList& args, int timeoutMs = 60000);
 
 // Every file under a folder, as relative path -> bytes.
 QMap<QString, QByteArray> snapshotTree(const QString& root);
+// The files of `after` that are new or differ from `before`, sorted.
+QStringList changedFiles(const QMap<QString, QByteArray>& before,
+                         const QMap<QString, QByteArray>& after);
 
 } // namespace kestrel::test

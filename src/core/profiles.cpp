@@ -182,12 +182,13 @@ void Save_Settings(AppContext& ctx, qint16 p, const QString& path) {
         doc.WriteKey(kSettingsSec, QStringLiteral("SrchName"), profile.SrchName);
         Save_SearchInfo(ctx, p, ctx.searchPath(profile.SrchName));
         s.at(4);
+        // Every name is written: a bank renamed and then saved on its own is no longer
+        // Changed, yet its new name must reach the settings file.
         for (int b = 1; b <= BankCount; ++b) {
             BankRec& bank = profile.Banks[b];
-            if (!bank.Changed)
-                continue;
             doc.WriteKey(kScanBanksSec, bankKey(b), bank.FileName);
-            Save_BankInfo(ctx, p, b, ctx.bankPath(bank.FileName));
+            if (bank.Changed)
+                Save_BankInfo(ctx, p, b, ctx.bankPath(bank.FileName));
         }
         s.at(5);
         // The data files are in place before the settings file names them.

@@ -1,291 +1,182 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Profiles and the settings files: first start, the load and save sequences with their Changed
-// flags, settings defaults and limits, window placement, the service address, the registry.
+// Profiles and the settings files: first start, the save rules with their Changed flags,
+// settings limits, window placement, the service address, the registry.
 #include "core/files.h"
 #include "core/profiles.h"
 #include "testsupport.h"
 
-#include <QDir>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace kestrel;
-using kestrel::test::readFile;
-using kestrel::test::snapshotTree;
-using kestrel::test::writeFile;
+using namespace kestrel::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+// A data folder as the first start leaves it, profile 0 saved too when asked.
+void firstStart(const QString& dir, bool withMain) {
+    AppContext ctx(dir);
+    MakeBanksDir(ctx);
+    Load_Profiles(ctx);
+    ctx.Profiles[0].Changed = withMain;
+    Save_Profiles(ctx);
+}
+} // namespace
 
 class TestProfiles : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void firstStartThenSaveMatchesGolden();
-    void secondStartWritesNothing();
-    void settingsValues_data();
-    void settingsValues();
-    void bankNamesFromSettings();
-    void saveWritesOnlyWhatChanged();
-    void programSettingsRoundTrip();
-    void formPos_data();
-    void formPos();
-    void adjFrm();
-    void serviceAddress_data();
-    void serviceAddress();
-    void registryValues();
+    void firstStartMatchesGoldenThenWritesNothing() {
+        QTemporaryDir dir;
+        {
+            AppContext ctx(dir.path());
+            MakeBanksDir(ctx);
+            Load_Profiles(ctx);
+            QCOMPARE(ctx.Profiles[9].Name, u"Profile09"_s);
+            QVERIFY(!ctx.Profiles[0].Changed && ctx.Profiles[1].Changed);
+            QCOMPARE(snapshotTree(dir.path()).size(), 0); // loading writes nothing
+            Save_Profiles(ctx);
+            QCOMPARE(ctx.errors.reportCount(), 0);
+        }
+        const auto expected = snapshotTree(dataPath(u"first-start"_s));
+        const auto actual = snapshotTree(dir.path());
+        QCOMPARE(actual.keys(), expected.keys());
+        QCOMPARE(changedFiles(expected, actual), QStringList());
+        AppContext ctx(dir.path());
+        Load_Profiles(ctx);
+        for (int p = 0; p < ProfileCount; ++p)
+            QVERIFY(!ctx.Profiles[p].Changed);
+        Save_Profiles(ctx);
+        QCOMPARE(snapshotTree(dir.path()), actual);
+    }
+    void saveWritesOnlyWhatChanged() {
+        QTemporaryDir dir;
+        firstStart(dir.path(), true);
+        // Files in a form of their own: a rewrite would show as a change.
+        writeFile(dir.filePath(u"Banks/Bank43.BKE"_s), "[ChnlInfo]\nChannel01 = 40.5,x\n");
+        writeFile(dir.filePath(u"Banks/SrchBank04.SKE"_s), "[SrchInfo]\nSearch01 = 25,28,x\n");
+        AppContext ctx(dir.path());
+        Load_Profiles(ctx);
+        const auto before = snapshotTree(dir.path());
+        ctx.Profiles[4].Banks[2].Chans[3].Desc = u"Edited"_s;
+        ctx.Profiles[4].Banks[2].Changed = ctx.Profiles[4].Changed = true;
+        ctx.Profiles[5].Banks[1].Changed = true; // its profile is unchanged: not written
+        Save_Profiles(ctx);
+        // The search file of a saved profile is always written, a bank file only when changed.
+        QCOMPARE(changedFiles(before, snapshotTree(dir.path())),
+                 (QStringList{u"Banks/Bank42.BKE"_s, u"Banks/SrchBank04.SKE"_s}));
+        QVERIFY(!ctx.Profiles[4].Changed && !ctx.Profiles[4].Banks[2].Changed);
+        QVERIFY(ctx.Profiles[5].Banks[1].Changed);
+    }
+    void renamedBankSavedOnItsOwnKeepsItsName() {
+        QTemporaryDir dir;
+        firstStart(dir.path(), false);
+        {
+            AppContext ctx(dir.path());
+            Load_Profiles(ctx);
+            BankRec& bank = ctx.Profiles[4].Banks[2];
+            bank.FileName = u"Renamed"_s;
+            bank.Chans[1].Desc = u"Kept"_s;
+            Save_BankInfo(ctx, 4, 2, ctx.bankPath(bank.FileName)); // clears its Changed
+            ctx.Profiles[4].Changed = true;
+            Save_Profiles(ctx);
+        }
+        AppContext ctx(dir.path());
+        Load_Profiles(ctx);
+        QCOMPARE(ctx.Profiles[4].Banks[2].FileName, u"Renamed"_s);
+        QCOMPARE(ctx.Profiles[4].Banks[2].Chans[1].Desc, u"Kept"_s);
+    }
+    void namesAndSettingsFromFiles() {
+        QTemporaryDir dir;
+        writeFile(dir.filePath(u"Profiles.ini"_s), "[Profiles]\nProfile03=Air\n");
+        writeFile(dir.filePath(u"Air.ini"_s),
+                  "[Settings]\nSrchName=AirS\n[ScanBanks]\nBank01=A/B\n");
+        writeFile(dir.filePath(u"Banks/A-B.BKE"_s), "[ChnlInfo]\nChannel01=118.1,Tower,F,F,F\n");
+        writeFile(dir.filePath(u"Main.ini"_s),
+                  "[settings]\ncommport=17\nKestrelCable=1\n"
+                  "MainWindowPos=5000\n[RadioRef]\nDBaseProxyPrt=21\n");
+        AppContext ctx(dir.path());
+        Load_Profiles(ctx);
+        const ProfileRec& air = ctx.Profiles[3];
+        QVERIFY(air.Name == u"Air" && air.SrchName == u"AirS" && !air.Changed);
+        QCOMPARE(air.Banks[1].FileName, u"A-B"_s);
+        QCOMPARE(air.Banks[1].Chans[1].Desc, u"Tower"_s);
+        QVERIFY(!air.Banks[1].Changed && air.Banks[3].Changed);
+        QCOMPARE(air.Banks[3].Chans[1].Desc, u"Chan #041"_s); // factory of bank 3
+        const ProgramSettings& s = ctx.settings;
+        QVERIFY(s.CommPort == 16 && s.KestrelCable == 2 && s.DBaseProxyPrt == 80);
+        QCOMPARE(s.pos(WindowId::Main), (WindowPos{200, 200}));
+    }
+    void programSettingsRoundTrip() {
+        QTemporaryDir dir;
+        {
+            AppContext ctx(dir.path());
+            Load_Profiles(ctx);
+            ctx.settings.CommPort = 7;
+            ctx.settings.DBaseLocUsr = u"http://127.0.0.1:8123/x/"_s;
+            ctx.settings.DBaseVersion = 12;
+            ctx.settings.DBaseIndex = 1;
+            ctx.settings.pos(WindowId::CSV) = {300, 400};
+            ctx.Profiles[0].Changed = true;
+            Save_Profiles(ctx);
+        }
+        AppContext ctx(dir.path());
+        Load_Profiles(ctx);
+        QCOMPARE(int(ctx.settings.CommPort), 7);
+        QCOMPARE(ctx.settings.pos(WindowId::CSV), (WindowPos{300, 400}));
+        QCOMPARE(ctx.settings.ServiceAddress, u"http://127.0.0.1:8123/x/"_s);
+        QVERIFY(!readFile(dir.filePath(u"Profile01.ini"_s)).contains("CommPort"));
+    }
+    void formPos_data() {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<int>("top");
+        QTest::addColumn<int>("left");
+        // Screen 20000 x 10000 twips, window 4000 x 6000: maxTop 6000, maxLeft 14000.
+        QTest::newRow("missing") << "" << 200 << 200;
+        QTest::newRow("three parts") << "1,2,3" << 200 << 200;
+        QTest::newRow("stored") << "1000,2000" << 1000 << 2000;
+        QTest::newRow("empty parts centre") << "," << 3000 << 7000;
+        QTest::newRow("pulled inside") << "-50,99999" << 0 << 14000;
+        QTest::newRow("half to even") << "2500.5,3.5" << 2500 << 4;
+    }
+    void formPos() {
+        QFETCH(QString, value);
+        QFETCH(int, top);
+        QFETCH(int, left);
+        QCOMPARE(Set_FormPos(value, QSize(20000, 10000), 4000, 6000), (WindowPos{top, left}));
+        const QSize screen(20000, 10000);
+        QVERIFY(AdjFrmTop(10000, screen) == 10000 && AdjFrmTop(10001, screen) == 9800);
+        QVERIFY(AdjFrmTop(-300, screen) == -300 && AdjFrmleft(25000, screen) == 19800);
+    }
+    void serviceAddress_data() {
+        QTest::addColumn<int>("version");
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("address");
+        const QString pub = QString::fromLatin1(kPublicServiceHost);
+        QTest::newRow("v1 service") << 1 << 0 << pub + "/soap/";
+        QTest::newRow("v1 local") << 1 << 1 << "http://127.0.0.1:9000/soap/";
+        QTest::newRow("v8 service") << 8 << 0 << pub + "/soap2/";
+        QTest::newRow("v9 user service") << 9 << 0 << "https://example.test/svc/";
+        QTest::newRow("v999 user local") << 999 << 1 << "http://127.0.0.1:7000/l/";
+    }
+    void serviceAddress() {
+        QFETCH(int, version);
+        QFETCH(int, index);
+        QFETCH(QString, address);
+        ProgramSettings s;
+        s.DBaseVersion = qint16(version);
+        s.DBaseIndex = qint16(index);
+        s.DBaseEndUsr = u"https://example.test/svc/"_s;
+        s.DBaseLocUsr = u"http://127.0.0.1:7000/l/"_s;
+        QCOMPARE(DeriveServiceAddress(s), address);
+    }
+    void registryValues() {
+        // The test runs with a private XDG_CONFIG_HOME, so this is our own store.
+        SaveRegistryValues({u"ann"_s, u"s3cret"_s, u"12345"_s});
+        const RegistryValues v = LoadRegistryValues();
+        QVERIFY(v.WebName == u"ann" && v.WebWord == u"s3cret" && v.ZipCode == u"12345");
+    }
 };
-
-void TestProfiles::firstStartThenSaveMatchesGolden() {
-    QTemporaryDir dir;
-    AppContext ctx(dir.path());
-    MakeBanksDir(ctx);
-    Load_Profiles(ctx);
-    QCOMPARE(ctx.Profiles[0].Name, QStringLiteral("Main"));
-    QCOMPARE(ctx.Profiles[9].Name, QStringLiteral("Profile09"));
-    QCOMPARE(ctx.Profiles[0].SrchName, QStringLiteral("SrchBank00"));
-    QCOMPARE(ctx.Profiles[9].Banks[10].FileName, QStringLiteral("Bank100"));
-    QVERIFY(!ctx.Profiles[0].Changed);
-    for (int p = 1; p < ProfileCount; ++p)
-        QVERIFY(ctx.Profiles[p].Changed);
-    QCOMPARE(ctx.Profiles[0].Banks[1].Chans[1].Desc, QStringLiteral("Chan #001"));
-    QCOMPARE(snapshotTree(dir.path()).size(), 0); // loading writes nothing
-    Save_Profiles(ctx);
-    QCOMPARE(ctx.errors.reportCount(), 0);
-
-    const QString golden = test::dataPath(QStringLiteral("first-start"));
-    const auto expected = snapshotTree(golden);
-    const auto actual = snapshotTree(dir.path());
-    QCOMPARE(actual.keys(), expected.keys());
-    for (auto it = expected.begin(); it != expected.end(); ++it)
-        QVERIFY2(actual[it.key()] == it.value(), qPrintable(it.key()));
-    for (int p = 0; p < ProfileCount; ++p)
-        QVERIFY(!ctx.Profiles[p].Changed);
-}
-
-void TestProfiles::secondStartWritesNothing() {
-    QTemporaryDir dir;
-    {
-        AppContext ctx(dir.path());
-        MakeBanksDir(ctx);
-        Load_Profiles(ctx);
-        Save_Profiles(ctx);
-    }
-    const auto before = snapshotTree(dir.path());
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    for (int p = 0; p < ProfileCount; ++p) {
-        QVERIFY(!ctx.Profiles[p].Changed);
-        for (int b = 1; b <= BankCount; ++b)
-            QCOMPARE(ctx.Profiles[p].Banks[b].Changed, p == 0); // Main.ini names no bank yet
-    }
-    Save_Profiles(ctx);
-    QCOMPARE(snapshotTree(dir.path()), before);
-}
-
-void TestProfiles::settingsValues_data() {
-    QTest::addColumn<QByteArray>("mainIni");
-    QTest::addColumn<int>("commPort");
-    QTest::addColumn<int>("cable");
-    QTest::addColumn<int>("top");
-    QTest::addColumn<int>("left");
-    QTest::addColumn<int>("proxyPort");
-    const int left = 1920 * 15 - windowInfo(WindowId::Main).designWidth;
-    QTest::newRow("empty file") << QByteArray() << 1 << 2 << 200 << 200 << 8080;
-    QTest::newRow("port 0") << QByteArray("[Settings]\nCommPort=0\n") << 1 << 2 << 200 << 200
-                            << 8080;
-    QTest::newRow("port 17") << QByteArray("[settings]\ncommport=17\n") << 16 << 2 << 200 << 200
-                             << 8080;
-    QTest::newRow("port abc") << QByteArray("[Settings]\nCommPort=abc\n") << 1 << 2 << 200 << 200
-                              << 8080;
-    QTest::newRow("cable 1") << QByteArray("[Settings]\nKestrelCable=1\n") << 1 << 2 << 200 << 200
-                             << 8080;
-    QTest::newRow("cable 3") << QByteArray("[Settings]\nKestrelCable=3\n") << 1 << 3 << 200 << 200
-                             << 8080;
-    QTest::newRow("position of one part")
-        << QByteArray("[Settings]\nMainWindowPos=5000\n") << 1 << 2 << 200 << 200 << 8080;
-    QTest::newRow("position pulled inside")
-        << QByteArray("[Settings]\nMainWindowPos=-50,99999\n") << 1 << 2 << 0 << left << 8080;
-    QTest::newRow("proxy port low")
-        << QByteArray("[RadioRef]\nDBaseProxyPrt=21\n") << 1 << 2 << 200 << 200 << 80;
-}
-
-void TestProfiles::settingsValues() {
-    QFETCH(QByteArray, mainIni);
-    QFETCH(int, commPort);
-    QFETCH(int, cable);
-    QFETCH(int, top);
-    QFETCH(int, left);
-    QFETCH(int, proxyPort);
-    QTemporaryDir dir;
-    if (!mainIni.isNull())
-        writeFile(dir.filePath(QStringLiteral("Main.ini")), mainIni);
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    const ProgramSettings& s = ctx.settings;
-    QCOMPARE(int(s.CommPort), commPort);
-    QCOMPARE(int(s.KestrelCable), cable);
-    QCOMPARE(s.pos(WindowId::Main), (WindowPos{top, left}));
-    QCOMPARE(int(s.DBaseProxyPrt), proxyPort);
-}
-
-void TestProfiles::bankNamesFromSettings() {
-    QTemporaryDir dir;
-    writeFile(dir.filePath(QStringLiteral("Profiles.ini")), "[Profiles]\nProfile03=Air\n");
-    writeFile(dir.filePath(QStringLiteral("Air.ini")),
-              "[Settings]\nSrchName=AirSearch\n[ScanBanks]\nBank01=A/B\nBank02=Tower\n");
-    writeFile(dir.filePath(QStringLiteral("Banks/A-B.BKE")),
-              "[ChnlInfo]\nChannel01=118.1,Tower,False,False,False\n");
-    writeFile(dir.filePath(QStringLiteral("Banks/AirSearch.SKE")),
-              "[SrchInfo]\nSearch01=118,137,Air\n");
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    const ProfileRec& air = ctx.Profiles[3];
-    QCOMPARE(air.Name, QStringLiteral("Air"));
-    QVERIFY(!air.Changed);
-    QCOMPARE(air.SrchName, QStringLiteral("AirSearch"));
-    QCOMPARE(air.Searches[1].Desc, QStringLiteral("Air"));
-    QCOMPARE(air.Banks[1].FileName, QStringLiteral("A-B"));
-    QCOMPARE(air.Banks[1].Chans[1].Desc, QStringLiteral("Tower"));
-    QVERIFY(!air.Banks[1].Changed && !air.Banks[2].Changed);
-    QCOMPARE(air.Banks[3].FileName, QStringLiteral("Bank33"));
-    QVERIFY(air.Banks[3].Changed);
-    QCOMPARE(air.Banks[3].Chans[1].Desc, QStringLiteral("Chan #041")); // factory of bank 3
-    QCOMPARE(ctx.Profiles[2].Name, QStringLiteral("Profile02"));
-    QVERIFY(ctx.Profiles[2].Changed);
-}
-
-void TestProfiles::saveWritesOnlyWhatChanged() {
-    QTemporaryDir dir;
-    {
-        AppContext ctx(dir.path());
-        MakeBanksDir(ctx);
-        Load_Profiles(ctx);
-        ctx.Profiles[0].Changed = true;
-        Save_Profiles(ctx);
-    }
-    // Files in a form of their own: a rewrite would show as a change.
-    writeFile(dir.filePath(QStringLiteral("Banks/Bank43.BKE")), "[ChnlInfo]\nChannel01 = 40.5,x\n");
-    writeFile(dir.filePath(QStringLiteral("Banks/SrchBank04.SKE")),
-              "[SrchInfo]\nSearch01 = 25,28,x\n");
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    const auto before = snapshotTree(dir.path());
-    // An in-place edit in bank 2 of profile 4.
-    ctx.CurProfile = 4;
-    ctx.Profiles[4].Banks[2].Chans[3].Desc = QStringLiteral("Edited");
-    ctx.Profiles[4].Banks[2].Changed = true;
-    ctx.Profiles[4].Changed = true;
-    // A changed bank of an unchanged profile is not written.
-    ctx.Profiles[5].Banks[1].Chans[1].Desc = QStringLiteral("Lost until its profile changes");
-    ctx.Profiles[5].Banks[1].Changed = true;
-    Save_Profiles(ctx);
-    const auto after = snapshotTree(dir.path());
-    QStringList changed;
-    for (auto it = after.begin(); it != after.end(); ++it)
-        if (before.value(it.key()) != it.value())
-            changed << it.key();
-    // The search file of a saved profile is always written, a bank file only when changed.
-    QCOMPARE(changed, (QStringList{QStringLiteral("Banks/Bank42.BKE"),
-                                   QStringLiteral("Banks/SrchBank04.SKE")}));
-    QCOMPARE(after.keys(), before.keys());
-    QVERIFY(!ctx.Profiles[4].Changed && !ctx.Profiles[4].Banks[2].Changed);
-    QVERIFY(ctx.Profiles[5].Banks[1].Changed);
-}
-
-void TestProfiles::programSettingsRoundTrip() {
-    QTemporaryDir dir;
-    {
-        AppContext ctx(dir.path());
-        MakeBanksDir(ctx);
-        Load_Profiles(ctx);
-        ProgramSettings& s = ctx.settings;
-        s.CommPort = 7;
-        s.KestrelCable = 3;
-        s.DBaseVersion = 12;
-        s.DBaseIndex = 1;
-        s.DBaseLocUsr = QStringLiteral("http://127.0.0.1:8123/x/");
-        s.DBaseProxyUse = true;
-        s.pos(WindowId::CSV) = {300, 400};
-        ctx.Profiles[0].Changed = true;
-        Save_Profiles(ctx);
-    }
-    AppContext ctx(dir.path());
-    Load_Profiles(ctx);
-    const ProgramSettings& s = ctx.settings;
-    QCOMPARE(int(s.CommPort), 7);
-    QCOMPARE(int(s.KestrelCable), 3);
-    QVERIFY(s.DBaseProxyUse);
-    QCOMPARE(s.pos(WindowId::CSV), (WindowPos{300, 400}));
-    QCOMPARE(s.ServiceAddress, QStringLiteral("http://127.0.0.1:8123/x/"));
-    // Only profile 0 carries the program-wide part.
-    QVERIFY(!readFile(dir.filePath(QStringLiteral("Profile01.ini"))).contains("CommPort"));
-}
-
-void TestProfiles::formPos_data() {
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<int>("top");
-    QTest::addColumn<int>("left");
-    // Screen 20000 x 10000 twips, window 4000 high and 6000 wide: maxTop 6000, maxLeft 14000.
-    QTest::newRow("missing") << "" << 200 << 200;
-    QTest::newRow("one part") << "5000" << 200 << 200;
-    QTest::newRow("three parts") << "1,2,3" << 200 << 200;
-    QTest::newRow("stored") << "1000,2000" << 1000 << 2000;
-    QTest::newRow("empty parts centre") << "," << 3000 << 7000;
-    QTest::newRow("pulled inside") << "-50,99999" << 0 << 14000;
-    QTest::newRow("half rounds to even") << "2500.5,3.5" << 2500 << 4;
-}
-
-void TestProfiles::formPos() {
-    QFETCH(QString, value);
-    QFETCH(int, top);
-    QFETCH(int, left);
-    QCOMPARE(Set_FormPos(value, QSize(20000, 10000), 4000, 6000), (WindowPos{top, left}));
-}
-
-void TestProfiles::adjFrm() {
-    const QSize screen(20000, 10000);
-    QCOMPARE(AdjFrmTop(10000, screen), 10000);
-    QCOMPARE(AdjFrmTop(10001, screen), 9800);
-    QCOMPARE(AdjFrmTop(-300, screen), -300);
-    QCOMPARE(AdjFrmleft(20000, screen), 20000);
-    QCOMPARE(AdjFrmleft(25000, screen), 19800);
-}
-
-void TestProfiles::serviceAddress_data() {
-    QTest::addColumn<int>("version");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QString>("address");
-    const QString pub = QString::fromLatin1(kPublicServiceHost);
-    QTest::newRow("v1 service") << 1 << 0 << pub + "/soap/";
-    QTest::newRow("v1 local") << 1 << 1 << "http://127.0.0.1:9000/soap/";
-    QTest::newRow("v2 service") << 2 << 0 << pub + "/soap2/";
-    QTest::newRow("v8 local") << 8 << 1 << "http://127.0.0.1:9000/soap2/";
-    QTest::newRow("v9 user service") << 9 << 0 << "https://example.test/svc/";
-    QTest::newRow("v999 user local") << 999 << 1 << "http://127.0.0.1:7000/l/";
-}
-
-void TestProfiles::serviceAddress() {
-    QFETCH(int, version);
-    QFETCH(int, index);
-    QFETCH(QString, address);
-    ProgramSettings s;
-    s.DBaseVersion = qint16(version);
-    s.DBaseIndex = qint16(index);
-    s.DBaseEndUsr = QStringLiteral("https://example.test/svc/");
-    s.DBaseLocUsr = QStringLiteral("http://127.0.0.1:7000/l/");
-    QCOMPARE(DeriveServiceAddress(s), address);
-}
-
-void TestProfiles::registryValues() {
-    // The test runs with a private XDG_CONFIG_HOME, so this is our own store.
-    SaveRegistryValues({QStringLiteral("ann"), QStringLiteral("s3cret"), QStringLiteral("12345")});
-    const RegistryValues v = LoadRegistryValues();
-    QCOMPARE(v.WebName, QStringLiteral("ann"));
-    QCOMPARE(v.WebWord, QStringLiteral("s3cret"));
-    QCOMPARE(v.ZipCode, QStringLiteral("12345"));
-    QSettings native(QSettings::NativeFormat, QSettings::UserScope, QString::fromLatin1(kPublisher),
-                     QString::fromLatin1(kProgramKey));
-    QVERIFY(native.fileName().startsWith(qEnvironmentVariable("XDG_CONFIG_HOME")));
-    QCOMPARE(native.value(QStringLiteral("WebWord")).toString(), QStringLiteral("s3cret"));
-}
 
 QTEST_GUILESS_MAIN(TestProfiles)
 #include "tst_profiles.moc"
