@@ -20,13 +20,13 @@ Answer ScriptedPrompts::message(const QString& text, const QString& title, Icon 
     return a;
 }
 
-std::optional<QString> ScriptedPrompts::openFile(const FileDialogSpec& spec) {
-    m_dialogs.append(spec);
+std::optional<QString> ScriptedPrompts::openFile(const FileDialogOptions& options) {
+    m_dialogs.append(options);
     return m_files.isEmpty() ? std::nullopt : m_files.takeFirst();
 }
 
-std::optional<QString> ScriptedPrompts::saveFile(const FileDialogSpec& spec) {
-    m_dialogs.append(spec);
+std::optional<QString> ScriptedPrompts::saveFile(const FileDialogOptions& options) {
+    m_dialogs.append(options);
     return m_files.isEmpty() ? std::nullopt : m_files.takeFirst();
 }
 

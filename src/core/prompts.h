@@ -13,7 +13,7 @@ enum class Icon { None, Critical, Exclamation, Information, Question };
 enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Answer { Ok, Cancel, Yes, No };
 
-struct FileDialogSpec {
+struct FileDialogOptions {
     QString title;
     QString startDir;   // folder the dialog opens in
     QString pattern;    // "*.BKE"
@@ -27,8 +27,8 @@ public:
     virtual Answer message(const QString& text, const QString& title, Icon icon,
                            Buttons buttons) = 0;
     // The chosen path, or nothing when the user cancelled.
-    virtual std::optional<QString> openFile(const FileDialogSpec& spec) = 0;
-    virtual std::optional<QString> saveFile(const FileDialogSpec& spec) = 0;
+    virtual std::optional<QString> openFile(const FileDialogOptions& options) = 0;
+    virtual std::optional<QString> saveFile(const FileDialogOptions& options) = 0;
 };
 
 // Answers from a script and records every question: for tests, and for the command line, which
@@ -52,15 +52,15 @@ public:
     void setEcho(bool echo) { m_echo = echo; }
 
     const QList<Message>& messages() const { return m_messages; }
-    const QList<FileDialogSpec>& dialogs() const { return m_dialogs; }
+    const QList<FileDialogOptions>& dialogs() const { return m_dialogs; }
     void clear() {
         m_messages.clear();
         m_dialogs.clear();
     }
 
     Answer message(const QString& text, const QString& title, Icon icon, Buttons buttons) override;
-    std::optional<QString> openFile(const FileDialogSpec& spec) override;
-    std::optional<QString> saveFile(const FileDialogSpec& spec) override;
+    std::optional<QString> openFile(const FileDialogOptions& options) override;
+    std::optional<QString> saveFile(const FileDialogOptions& options) override;
 
 private:
     Answer m_default;
@@ -68,7 +68,7 @@ private:
     QList<Answer> m_answers;
     QList<std::optional<QString>> m_files;
     QList<Message> m_messages;
-    QList<FileDialogSpec> m_dialogs;
+    QList<FileDialogOptions> m_dialogs;
 };
 
 } // namespace kestrel

@@ -14,7 +14,7 @@ ShownNames ShownNames::of(const AppContext& ctx) {
     return {p.Name, ctx.settingsPath(p.Name), p.SrchName};
 }
 
-FileDialogSpec FileDialogFor(FileCommand command, const AppContext& ctx, const ShownNames& shown) {
+FileDialogOptions FileDialogFor(FileCommand command, const AppContext& ctx, const ShownNames& shown) {
     const QString appDir = ctx.appDir() + QLatin1Char('/');
     const QString banks = ctx.banksDir() + QLatin1Char('/');
     switch (command) {

@@ -29,7 +29,7 @@ enum class FileCommand {
     SaveSearchAs
 };
 
-FileDialogSpec FileDialogFor(FileCommand command, const AppContext& ctx, const ShownNames& shown);
+FileDialogOptions FileDialogFor(FileCommand command, const AppContext& ctx, const ShownNames& shown);
 bool IsOpenDialog(FileCommand command);
 
 // Each takes the path the user chose.

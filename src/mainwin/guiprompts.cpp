@@ -56,26 +56,26 @@ Answer GuiPrompts::message(const QString& text, const QString& title, Icon icon,
     }
 }
 
-std::optional<QString> GuiPrompts::runFileDialog(const FileDialogSpec& spec, bool save) {
-    QFileDialog dialog(QApplication::activeWindow(), spec.title, spec.startDir);
+std::optional<QString> GuiPrompts::runFileDialog(const FileDialogOptions& options, bool save) {
+    QFileDialog dialog(QApplication::activeWindow(), options.title, options.startDir);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setNameFilter(spec.pattern);
-    dialog.setDefaultSuffix(spec.defaultExt);
+    dialog.setNameFilter(options.pattern);
+    dialog.setDefaultSuffix(options.defaultExt);
     // A preset such as "*.BKE" is the filter itself, not a name to propose.
-    if (!spec.presetName.contains(QLatin1Char('*')))
-        dialog.selectFile(spec.presetName);
+    if (!options.presetName.contains(QLatin1Char('*')))
+        dialog.selectFile(options.presetName);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().constFirst();
 }
 
-std::optional<QString> GuiPrompts::openFile(const FileDialogSpec& spec) {
-    return runFileDialog(spec, false);
+std::optional<QString> GuiPrompts::openFile(const FileDialogOptions& options) {
+    return runFileDialog(options, false);
 }
 
-std::optional<QString> GuiPrompts::saveFile(const FileDialogSpec& spec) {
-    return runFileDialog(spec, true);
+std::optional<QString> GuiPrompts::saveFile(const FileDialogOptions& options) {
+    return runFileDialog(options, true);
 }
 
 } // namespace kestrel

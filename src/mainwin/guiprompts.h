@@ -11,11 +11,11 @@ namespace kestrel {
 class GuiPrompts : public Prompts {
 public:
     Answer message(const QString& text, const QString& title, Icon icon, Buttons buttons) override;
-    std::optional<QString> openFile(const FileDialogSpec& spec) override;
-    std::optional<QString> saveFile(const FileDialogSpec& spec) override;
+    std::optional<QString> openFile(const FileDialogOptions& options) override;
+    std::optional<QString> saveFile(const FileDialogOptions& options) override;
 
 private:
-    std::optional<QString> runFileDialog(const FileDialogSpec& spec, bool save);
+    std::optional<QString> runFileDialog(const FileDialogOptions& options, bool save);
 };
 
 } // namespace kestrel

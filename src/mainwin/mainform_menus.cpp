@@ -176,9 +176,9 @@ void MainForm::runFileCommand(FileCommand command) {
         if (bankCommand && !onBank)
             return;
         s.at(1);
-        const FileDialogSpec spec = FileDialogFor(command, m_ctx, m_shown);
+        const FileDialogOptions options = FileDialogFor(command, m_ctx, m_shown);
         const std::optional<QString> path =
-            IsOpenDialog(command) ? m_ctx.prompts().openFile(spec) : m_ctx.prompts().saveFile(spec);
+            IsOpenDialog(command) ? m_ctx.prompts().openFile(options) : m_ctx.prompts().saveFile(options);
         if (!path || path->isEmpty())
             return;
         s.at(2);

@@ -69,7 +69,7 @@ public:
             const bool search = ctx.CurBank == SearchTab;
             if (!search && (ctx.CurBank < 1 || ctx.CurBank > BankCount))
                 return;
-            FileDialogSpec dialog;
+            FileDialogOptions dialog;
             dialog.title = QStringLiteral("CSV Export");
             dialog.startDir = ctx.appDir();
             dialog.pattern = QStringLiteral("*.csv");

@@ -170,7 +170,7 @@ void FrmCsvImport::loadFile(int mode) {
         s.at(1);
         m_import.close();
         Frame& f = m_frames[mode];
-        FileDialogSpec dialog;
+        FileDialogOptions dialog;
         dialog.title = mode == 0 ? QStringLiteral("Import Bank from CSV")
                                  : QStringLiteral("Import Search Bank from CSV");
         dialog.startDir = m_ctx.appDir();

@@ -36,11 +36,11 @@ struct LetterBanks {
     }
 };
 
-// The names of a spec such as "E1-4 B3-5 _": bank letter and slot or slot range, "_" for an
+// The names of a pattern such as "E1-4 B3-5 _": bank letter and slot or slot range, "_" for an
 // empty channel; joined by blanks.
-inline QString names(const QString& spec) {
+inline QString names(const QString& pattern) {
     QStringList out;
-    for (const QString& t : spec.split(u' ')) {
+    for (const QString& t : pattern.split(u' ')) {
         const QStringList r = t.mid(1).split(u'-');
         for (int i = r[0].toInt(); t != u"_" && i <= r.last().toInt(); ++i)
             out.append(t.left(1) + QString::number(i));

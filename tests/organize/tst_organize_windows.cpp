@@ -172,7 +172,7 @@ void TestOrganizeWindows::csvImport() {
 
     f.prompts.queueFile(path);
     QTest::mouseClick(w->BankBtn(0), Qt::LeftButton);
-    const FileDialogSpec& dialog = f.prompts.dialogs().value(0);
+    const FileDialogOptions& dialog = f.prompts.dialogs().value(0);
     QCOMPARE(dialog.title, QStringLiteral("Import Bank from CSV"));
     QCOMPARE(dialog.pattern, QStringLiteral("*.csv"));
     QCOMPARE(w->CboList1(0)->count(), 4);
