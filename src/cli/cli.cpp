@@ -95,7 +95,9 @@ QList<Command>& registry() {
 }
 } // namespace
 
-const QList<Command>& commands() { return registry(); }
+const QList<Command>& commands() {
+    return registry();
+}
 
 CommandRegistration::CommandRegistration(Command c) {
     QList<Command>& list = registry();

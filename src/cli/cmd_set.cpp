@@ -13,9 +13,8 @@ namespace kestrel::cli {
 namespace {
 
 int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs,
-                    {QStringLiteral("--profile"), QStringLiteral("--bank"),
-                     QStringLiteral("--slot"), QStringLiteral("--search")});
+    const Args args(rawArgs, {QStringLiteral("--profile"), QStringLiteral("--bank"),
+                              QStringLiteral("--slot"), QStringLiteral("--search")});
     if (args.positional().size() != 1)
         throw UsageError("set needs exactly one LINE");
     const QString line = args.positional().first();
@@ -49,7 +48,8 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration reg({"set", "set [--profile P] (--bank N --slot C | --search I) LINE", run});
+const CommandRegistration reg({"set", "set [--profile P] (--bank N --slot C | --search I) LINE",
+                               run});
 
 } // namespace
 } // namespace kestrel::cli

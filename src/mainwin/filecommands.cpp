@@ -14,7 +14,8 @@ ShownNames ShownNames::of(const AppContext& ctx) {
     return {p.Name, ctx.settingsPath(p.Name), p.SrchName};
 }
 
-FileDialogOptions FileDialogFor(FileCommand command, const AppContext& ctx, const ShownNames& shown) {
+FileDialogOptions FileDialogFor(FileCommand command, const AppContext& ctx,
+                                const ShownNames& shown) {
     const QString appDir = ctx.appDir() + QLatin1Char('/');
     const QString banks = ctx.banksDir() + QLatin1Char('/');
     switch (command) {

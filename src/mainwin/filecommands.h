@@ -29,7 +29,8 @@ enum class FileCommand {
     SaveSearchAs
 };
 
-FileDialogOptions FileDialogFor(FileCommand command, const AppContext& ctx, const ShownNames& shown);
+FileDialogOptions FileDialogFor(FileCommand command, const AppContext& ctx,
+                                const ShownNames& shown);
 bool IsOpenDialog(FileCommand command);
 
 // Each takes the path the user chose.

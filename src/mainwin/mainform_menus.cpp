@@ -177,8 +177,9 @@ void MainForm::runFileCommand(FileCommand command) {
             return;
         s.at(1);
         const FileDialogOptions options = FileDialogFor(command, m_ctx, m_shown);
-        const std::optional<QString> path =
-            IsOpenDialog(command) ? m_ctx.prompts().openFile(options) : m_ctx.prompts().saveFile(options);
+        const std::optional<QString> path = IsOpenDialog(command)
+                                                ? m_ctx.prompts().openFile(options)
+                                                : m_ctx.prompts().saveFile(options);
         if (!path || path->isEmpty())
             return;
         s.at(2);

@@ -49,8 +49,8 @@ private Q_SLOTS:
         QTemporaryDir dir;
         kestrel::test::writeFile(dir.filePath(QStringLiteral("Air.BKE")), "[BankInfo]\n");
         const FileDialogOptions open{QStringLiteral("Load Bank"), dir.path() + QLatin1Char('/'),
-                                  QStringLiteral("*.BKE"), QStringLiteral("BKE"),
-                                  QStringLiteral("*.BKE")};
+                                     QStringLiteral("*.BKE"), QStringLiteral("BKE"),
+                                     QStringLiteral("*.BKE")};
         whenModal([&](QWidget* w) {
             auto* dialog = qobject_cast<QFileDialog*>(w);
             seen = dialog->windowTitle() + '|' + dialog->directory().absolutePath() + '|' +
