@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The port, cable, trace and error-help windows and the progress box, driven offscreen.
+// The port, cable, trace and error-help windows, driven offscreen.
 #include "linktestutil.h"
 #include "testsupport.h"
 
@@ -9,22 +9,17 @@
 #include "link/frmselcable.h"
 #include "link/kestrelcomm.h"
 #include "link/scannersim.h"
-#include "link/uploadprogress.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -71,9 +66,6 @@ private Q_SLOTS:
             << 2 << QStringList{QStringLiteral("1"), QStringLiteral("3")}
             << QStringList{QStringLiteral("COM1"), QStringLiteral("COM2"), QStringLiteral("COM3")}
             << QList<bool>{true, false, true} << 1;
-        QTest::newRow("stored port free")
-            << 3 << QStringList{QStringLiteral("3")} << QStringList{QStringLiteral("COM3")}
-            << QList<bool>{true} << 0;
         QTest::newRow("stored port missing, nothing free")
             << 16 << QStringList{} << QStringList{QStringLiteral("COM16")} << QList<bool>{false}
             << 0;
@@ -105,80 +97,12 @@ private Q_SLOTS:
         QVERIFY(!w.CmdCancel()->isEnabled());
     }
 
-    void portListingOnRealTerminals() {
-        Env env;
-        ScannerSimulator::Options opt;
-        opt.wireScale = 0;
-        ScannerSimulator s1(opt), s2(opt), s3(opt);
-        QVERIFY(s1.start() && s2.start() && s3.start());
-        env.ctx.settings.PortOverrides = {
-            {1, s1.devicePath()}, {2, s2.devicePath()}, {3, s3.devicePath()}};
-        env.ctx.settings.CommPort = 2;
-        QSerialPort holder;
-        holder.setPortName(s2.devicePath());
-        QVERIFY(holder.open(QIODevice::ReadWrite));
-        KestrelComm link(env.ctx);
-        FrmComSet w(env.ctx, link);
-        w.show();
-        QCOMPARE(captions(w).mid(0, 3), (QStringList{QStringLiteral("COM1"), QStringLiteral("COM2"),
-                                                     QStringLiteral("COM3")}));
-        QVERIFY(w.ComPortOpt(0)->isEnabled());
-        QVERIFY(!w.ComPortOpt(1)->isEnabled());
-        QVERIFY(w.ComPortOpt(1)->isChecked());
-        QVERIFY(w.ComPortOpt(2)->isEnabled());
-        // The device behind each number is shown.
-        QCOMPARE(w.ComPortOpt(2)->toolTip(), s3.devicePath());
-        QVERIFY(
-            w.findChild<QLabel*>(QStringLiteral("DeviceLbl"))->text().contains(s2.devicePath()));
-    }
-
-    void portChoice_data() {
-        QTest::addColumn<int>("click");   // button index, -1 for none
-        QTest::addColumn<bool>("accept"); // Accept or Cancel/close
-        QTest::addColumn<int>("stored");
-        QTest::addColumn<bool>("accepted");
-        QTest::newRow("choose COM3, accept") << 2 << true << 3 << true;
-        QTest::newRow("choose COM3, cancel") << 2 << false << 2 << false;
-        QTest::newRow("accept unchanged") << -1 << true << 2 << true;
-        QTest::newRow("close by frame") << 0 << false << 2 << false;
-    }
-    void portChoice() {
-        QFETCH(int, click);
-        QFETCH(bool, accept);
-        QFETCH(int, stored);
-        QFETCH(bool, accepted);
-        Env env;
-        env.ctx.settings.CommPort = 2;
-        auto link = tableLink(
-            env.ctx,
-            {{dev(1), PortFailure::Ok}, {dev(2), PortFailure::Ok}, {dev(3), PortFailure::Ok}});
-        FrmComSet w(env.ctx, *link);
-        w.show();
-        w.move(300, 150);
-        if (click >= 0) {
-            QTest::mouseClick(w.ComPortOpt(click), Qt::LeftButton);
-            QVERIFY(w.CmdCancel()->isEnabled());
-        }
-        if (accept)
-            QTest::mouseClick(w.CmdAccept(), Qt::LeftButton);
-        else if (click == 0)
-            w.close();
-        else
-            QTest::mouseClick(w.CmdCancel(), Qt::LeftButton);
-        QVERIFY(!w.isVisible());
-        QCOMPARE(env.ctx.settings.CommPort, stored);
-        QCOMPARE(w.portAccepted(), accepted);
-        QCOMPARE(env.ctx.settings.pos(WindowId::COMSet).left, w.x() * 15);
-        QCOMPARE(env.ctx.settings.pos(WindowId::COMSet).top, w.y() * 15);
-    }
-
     void cableChoice_data() {
         QTest::addColumn<int>("stored");
         QTest::addColumn<int>("click");
         QTest::addColumn<QString>("end"); // "accept", "cancel", "frame"
         QTest::addColumn<int>("result");
         QTest::newRow("two to three") << 2 << 1 << "accept" << 3;
-        QTest::newRow("three to two") << 3 << 0 << "accept" << 2;
         QTest::newRow("cancelled") << 2 << 1 << "cancel" << 2;
         QTest::newRow("closed by frame") << 3 << 0 << "frame" << 3;
     }
@@ -231,10 +155,6 @@ private Q_SLOTS:
         // The lists follow the traffic.
         QCOMPARE(w->LogWnd(0)->currentRow(), 11);
         QVERIFY(w->LogWnd(0)->currentItem()->text().startsWith(QStringLiteral(">> 81040200")));
-        QListWidgetItem* third = w->LogWnd(0)->item(2);
-        const QRect r = w->LogWnd(0)->visualItemRect(third);
-        QTest::mouseClick(w->LogWnd(0)->viewport(), Qt::LeftButton, {}, r.center());
-        QCOMPARE(w->LogWnd(0)->toolTip(), third->text());
 
         w->close();
         QCOMPARE(closed.count(), 1);
@@ -246,33 +166,6 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), 1 + 24 + 1);
     }
 
-    void traceWindowUncheckClosesTheLog() {
-        Env env;
-        KestrelComm link(env.ctx);
-        FrmDebug w(env.ctx, link);
-        w.show();
-        w.Check1()->click();
-        QVERIFY(link.debugLog().isOpen());
-        w.Check1()->click();
-        QVERIFY(!link.debugLog().isOpen());
-        QCOMPARE(readFile(w.logPath()), QByteArray("[Debug]\r\n"));
-    }
-
-    void traceWindowReportsAnUnwritableLog() {
-        Env env;
-        QVERIFY(QDir(env.ctx.appDir()).mkdir(QStringLiteral("Debug.log")));
-        KestrelComm link(env.ctx);
-        FrmDebug w(env.ctx, link);
-        w.show();
-        w.Check1()->click();
-        QVERIFY(!w.Check1()->isChecked());
-        QVERIFY(!link.debugLog().isOpen());
-        QCOMPARE(env.prompts.messages().size(), 1);
-        const QString text = env.prompts.messages()[0].text;
-        QVERIFY(text.startsWith(QStringLiteral("FrmDebug Error: 75 - ")));
-        QVERIFY(text.endsWith(QLatin1Char('\n') + w.logPath()));
-    }
-
     void errorHelp() {
         Env env;
         auto* w = new FrmErrs(env.ctx);
@@ -282,43 +175,10 @@ private Q_SLOTS:
         const QStringList lines = w->Text1()->toPlainText().split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 14);
         QCOMPARE(lines[0], QStringLiteral("C-Err -> communication error while receiving data"));
-        QCOMPARE(lines[1],
-                 QStringLiteral("         indicates the packet number where the error occurred."));
-        QCOMPARE(lines[2], QString());
-        QCOMPARE(lines[6], QStringLiteral("d-Err -> while receiving data, End, d-Err"));
-        QCOMPARE(lines[7], QStringLiteral("         and its frame number appear."));
         QCOMPARE(lines[12], QStringLiteral("T-Err -> Timeout occured while waiting for data."));
         QVERIFY(w->Text1()->isReadOnly());
         w->close();
         QCOMPARE(closed.count(), 1);
-    }
-
-    void progressBox() {
-        Env env;
-        fillProfile(env.ctx);
-        ScannerSimulator::Options opt;
-        opt.wireScale = 0;
-        ScannerSimulator sim(opt);
-        QVERIFY(sim.start());
-        KestrelComm link(env.ctx);
-        link.setDevice(sim.devicePath());
-        link.setTimeScale(0.01);
-        UploadProgress box;
-        box.attach(link);
-        box.show();
-        QVERIFY(!box.SndBankTxt()->isVisible());
-        QStringList shown;
-        connect(&link, &KestrelComm::SendingChnl, this,
-                [&] { QTimer::singleShot(0, this, [&] { shown << box.SndBankTxt()->text(); }); });
-        box.begin(QStringLiteral("Sending Chan:"));
-        QVERIFY(box.SndBankTxt()->isVisible());
-        QCOMPARE(box.label()->text(), QStringLiteral("Sending Chan:"));
-        link.SendBank(3);
-        box.end();
-        QVERIFY(!box.SndBankTxt()->isVisible());
-        QVERIFY(!box.label()->isVisible());
-        QCOMPARE(shown.value(0), QStringLiteral("41"));
-        QCOMPARE(shown.value(19), QStringLiteral("60"));
     }
 };
 

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The link in the main window: set-up at load, the Scanner menu's uploads with their progress
-// display, the time-out message, and the check marks of the link's windows.
+// display, and the time-out message.
 #include "testsupport.h"
 
-#include "link/frmcomset.h"
-#include "link/frmdebug.h"
-#include "link/frmerrs.h"
-#include "link/frmselcable.h"
 #include "link/kestrelcomm.h"
 #include "link/scannersim.h"
 #include "mainwin/mainform.h"
@@ -15,12 +11,8 @@
 #include "core/profiles.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -88,31 +80,9 @@ private Q_SLOTS:
         QVERIFY(rig.item("DebugCommMenuItem")->isEnabled());
     }
 
-    void uploads_data() {
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("last");
-        QTest::addColumn<int>("frames");
-        QTest::newRow("current bank") << "UploadCurrBankMenuItem"
-                                      << "Sending Chan:"
-                                      << "41"
-                                      << "60" << 22;
-        QTest::newRow("search") << "UploadSrchBankMenuItem"
-                                << "Sending Srch:"
-                                << "1"
-                                << "10" << 12;
-        QTest::newRow("all banks") << "UploadAllBanksMenuItem"
-                                   << "Sending Chan:"
-                                   << "1"
-                                   << "200" << 202;
-    }
-    void uploads() {
-        QFETCH(QString, item);
-        QFETCH(QString, caption);
-        QFETCH(QString, first);
-        QFETCH(QString, last);
-        QFETCH(int, frames);
+    // The current bank goes out with its progress shown; a second upload meanwhile is refused.
+    void uploadCurrentBank() {
+        const QString caption = QStringLiteral("Sending Chan:");
         Rig rig(fast());
         rig.link->setTimeScale(0.005);
         rig.form->BankTab()->setCurrentIndex(2);
@@ -138,13 +108,13 @@ private Q_SLOTS:
         };
         connect(rig.link, &KestrelComm::SendingChnl, this, look);
         connect(rig.link, &KestrelComm::SendingSrch, this, look);
-        rig.form->menuItem(item)->trigger();
+        rig.item("UploadCurrBankMenuItem")->trigger();
         QVERIFY(!rig.link->busy());
         QCOMPARE(secondTries, 1);
         QVERIFY(captionSeen);
-        QCOMPARE(shown.first(), first);
-        QCOMPARE(shown.last(), last);
-        QCOMPARE(rig.sim.model().framesReceived(), frames);
+        QCOMPARE(shown.first(), QStringLiteral("41"));
+        QCOMPARE(shown.last(), QStringLiteral("60"));
+        QCOMPARE(rig.sim.model().framesReceived(), 22);
         QVERIFY(!rig.form->SndBankTxt()->isVisible());
         QVERIFY(!rig.form->captionLabel(1)->isVisible());
         QVERIFY(rig.item("UploadAllBanksMenuItem")->isEnabled());
@@ -164,86 +134,6 @@ private Q_SLOTS:
         QVERIFY(!rig.form->SndBankTxt()->isVisible());
         QVERIFY(!rig.form->captionLabel(1)->isVisible());
         QCOMPARE(rig.sim.model().framesReceived(), 1);
-    }
-
-    void windowCheckMarks_data() {
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<QString>("window");
-        QTest::newRow("cable") << "CableTypeMenuItem"
-                               << "FrmSelCable";
-        QTest::newRow("debug") << "DebugCommMenuItem"
-                               << "FrmDebug";
-        QTest::newRow("errors") << "DisplayErrorsMenuItem"
-                                << "FrmErrs";
-    }
-    void windowCheckMarks() {
-        QFETCH(QString, item);
-        QFETCH(QString, window);
-        Rig rig(fast());
-        QTest::mouseDClick(rig.form->captionLabel(0), Qt::LeftButton);
-        QAction* a = rig.form->menuItem(item);
-        QVERIFY(a->isCheckable());
-        QVERIFY(a->isEnabled());
-        a->trigger();
-        QVERIFY(a->isChecked());
-        QWidget* w = rig.form->findChild<QWidget*>(window);
-        QVERIFY(w && w->isVisible());
-        if (window == QLatin1String("FrmDebug"))
-            QVERIFY(rig.link->InDebug());
-        // Closing the window by its frame removes the mark.
-        w->close();
-        QVERIFY(!a->isChecked());
-        QVERIFY(!rig.link->InDebug());
-        // The menu opens it again, and removing the mark closes it.
-        a->trigger();
-        QPointer<QWidget> again = rig.form->findChild<QWidget*>(window);
-        QVERIFY(again && again->isVisible());
-        a->trigger();
-        QVERIFY(!a->isChecked());
-        QTRY_VERIFY(!again || !again->isVisible());
-    }
-
-    void traceReachesTheDebugWindow() {
-        Rig rig(fast());
-        rig.link->setTimeScale(0.01);
-        QTest::mouseDClick(rig.form->captionLabel(0), Qt::LeftButton);
-        rig.item("DebugCommMenuItem")->trigger();
-        rig.item("UploadSrchBankMenuItem")->trigger();
-        auto* w = rig.form->findChild<FrmDebug*>(QStringLiteral("FrmDebug"));
-        QVERIFY(w);
-        QCOMPARE(w->LogWnd(0)->count(), 12);
-        QCOMPARE(w->LogWnd(1)->count(), 12);
-    }
-
-    void portWindowAccepted_data() {
-        QTest::addColumn<bool>("accept");
-        QTest::newRow("accepted") << true;
-        QTest::newRow("cancelled") << false;
-    }
-    void portWindowAccepted() {
-        QFETCH(bool, accept);
-        Rig rig(fast());
-        ScannerSimulator other(fast());
-        QVERIFY(other.start());
-        rig.ctx->settings.PortOverrides.insert(5, other.devicePath());
-        rig.link->setPortMap(PortMap(rig.ctx->settings.PortOverrides));
-        rig.link->setTimeScale(0.01);
-        QTimer::singleShot(0, this, [&] {
-            auto* w = qobject_cast<FrmComSet*>(QApplication::activeModalWidget());
-            QVERIFY(w);
-            QRadioButton* com5 = nullptr;
-            for (int i = 0; i < FrmComSet::kButtons; ++i)
-                if (w->ComPortOpt(i)->text() == QLatin1String("COM5"))
-                    com5 = w->ComPortOpt(i);
-            QVERIFY(com5 && com5->isEnabled());
-            QTest::mouseClick(com5, Qt::LeftButton);
-            QTest::mouseClick(accept ? w->CmdAccept() : w->CmdCancel(), Qt::LeftButton);
-        });
-        rig.item("ComPortMenuItem")->trigger();
-        QCOMPARE(rig.ctx->settings.CommPort, accept ? 5 : 4);
-        QCOMPARE(rig.link->CommPort(), accept ? 5 : 4);
-        QCOMPARE(rig.ctx->Profiles[0].Changed, accept);
-        QVERIFY(rig.prompts.messages().isEmpty());
     }
 };
 
