@@ -36,14 +36,7 @@ FrmComSet::FrmComSet(AppContext& ctx, KestrelComm& link, QWidget* parent)
     }
     m_device = new QLabel(this);
     m_device->setObjectName(QStringLiteral("DeviceLbl"));
-    m_accept = new QPushButton(QStringLiteral("Accept"), this);
-    m_accept->setObjectName(QStringLiteral("CmdAccept"));
-    m_cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    m_cancel->setObjectName(QStringLiteral("CmdCancel"));
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(m_accept);
-    buttons->addWidget(m_cancel);
+    auto* buttons = acceptCancelRow(this, m_accept, m_cancel);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
     layout->addWidget(m_device);

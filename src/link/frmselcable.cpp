@@ -28,14 +28,7 @@ FrmSelCable::FrmSelCable(AppContext& ctx, KestrelComm& link, QWidget* parent)
     auto* opts = new QVBoxLayout(frame);
     opts->addWidget(m_two);
     opts->addWidget(m_three);
-    m_accept = new QPushButton(QStringLiteral("Accept"), this);
-    m_accept->setObjectName(QStringLiteral("CmdAccept"));
-    m_cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    m_cancel->setObjectName(QStringLiteral("CmdCancel"));
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(m_accept);
-    buttons->addWidget(m_cancel);
+    auto* buttons = acceptCancelRow(this, m_accept, m_cancel);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
     layout->addLayout(buttons);

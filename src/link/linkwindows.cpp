@@ -3,6 +3,8 @@
 
 #include "core/appcontext.h"
 
+#include <QHBoxLayout>
+#include <QPushButton>
 #include <QWidget>
 
 namespace kestrel {
@@ -18,6 +20,18 @@ void placeWindow(QWidget* w, const AppContext& ctx, WindowId id) {
 
 void rememberWindow(const QWidget* w, AppContext& ctx, WindowId id) {
     ctx.settings.pos(id) = {qint32(w->y() * kTwipsPerPixel), qint32(w->x() * kTwipsPerPixel)};
+}
+
+QHBoxLayout* acceptCancelRow(QWidget* owner, QPushButton*& accept, QPushButton*& cancel) {
+    accept = new QPushButton(QStringLiteral("Accept"), owner);
+    accept->setObjectName(QStringLiteral("CmdAccept"));
+    cancel = new QPushButton(QStringLiteral("Cancel"), owner);
+    cancel->setObjectName(QStringLiteral("CmdCancel"));
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(accept);
+    row->addWidget(cancel);
+    return row;
 }
 
 } // namespace kestrel

@@ -4,6 +4,8 @@
 
 #include "core/settings.h"
 
+class QHBoxLayout;
+class QPushButton;
 class QWidget;
 
 namespace kestrel {
@@ -13,5 +15,8 @@ class AppContext;
 // Moves a window to its remembered place, and notes its place when it closes.
 void placeWindow(QWidget* w, const AppContext& ctx, WindowId id);
 void rememberWindow(const QWidget* w, AppContext& ctx, WindowId id);
+
+// The "Accept" and "Cancel" buttons of a window, right-aligned in one row.
+QHBoxLayout* acceptCancelRow(QWidget* owner, QPushButton*& accept, QPushButton*& cancel);
 
 } // namespace kestrel
