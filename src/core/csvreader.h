@@ -28,6 +28,8 @@ public:
     bool open(const QString& path);
     // Starts reading bytes held in memory.
     void setData(const QByteArray& bytes);
+    // Lets go of the input.
+    void close() { reset(); }
 
     // The next line without its line end; nothing at the end of the input or on an error
     // (then error() tells what is wrong).

@@ -18,7 +18,7 @@ const char* const kWriteFailedText =
 
 namespace {
 
-constexpr int kBadFileFormat = 321;
+
 
 QString absolute(const QString& path) {
     return QFileInfo(path).absoluteFilePath();
@@ -62,7 +62,7 @@ void ReportLoadProblems(AppContext& ctx) {
     QString text = QString::fromLatin1(kDamagedFilesText) + QStringLiteral("\n");
     for (const AppContext::Damage& d : ctx.loadProblems) {
         const QString details = d.details.join(QStringLiteral("; "));
-        ctx.errors.LogError(d.path, kBadFileFormat, QStringLiteral("Damaged file: ") + details);
+        ctx.errors.LogError(d.path, err::BadFileFormat, QStringLiteral("Damaged file: ") + details);
         text += QStringLiteral("\n") + QDir::toNativeSeparators(d.path) + QStringLiteral(": ") +
                 details;
     }
