@@ -18,8 +18,6 @@ const char* const kWriteFailedText =
 
 namespace {
 
-
-
 QString absolute(const QString& path) {
     return QFileInfo(path).absoluteFilePath();
 }
@@ -68,6 +66,11 @@ void ReportLoadProblems(AppContext& ctx) {
     }
     ctx.loadProblems.clear();
     ctx.prompts().message(text, QStringLiteral("Kestrel Manager"), Icon::Exclamation, Buttons::Ok);
+}
+
+void RemoveStaleSaves(AppContext& ctx) {
+    RemoveStaleTemps(ctx.appDir());
+    RemoveStaleTemps(ctx.banksDir());
 }
 
 QString DamagedCopyPath(const QString& path) {

@@ -28,6 +28,10 @@ bool ReportWriteFailures(AppContext& ctx);
 // The failed writes as lines "path: reason", from the given index on.
 QStringList WriteFailureLines(const AppContext& ctx, qsizetype from = 0);
 
+// Removes the temporary files of saves that were killed, from the data and "Banks" folders.
+// Only the holder of the data folder's lock may do this.
+void RemoveStaleSaves(AppContext& ctx);
+
 // The copy kept beside a damaged file: "Bank02.BKE.damaged-20261123-101533".
 QString DamagedCopyPath(const QString& path);
 

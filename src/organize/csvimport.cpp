@@ -26,8 +26,7 @@ namespace {
 }
 
 // The text of one field for one line, checked as the field's kind requires.
-QString fieldText(const CsvTargetField& target, const QStringList& fields, int choice,
-                  int number) {
+QString fieldText(const CsvTargetField& target, const QStringList& fields, int choice, int number) {
     if (choice == 0)
         return QString::fromLatin1(target.def);
     if (choice < 0 || choice > fields.size())
