@@ -123,17 +123,17 @@ template <typename Buf> CsvReader::Step CsvReader::take(Buf& buf, qsizetype& pos
             m_skipLf = false;
         }
         const qsizetype end = findLineEnd(buf, pos);
+        if ((end < 0 ? buf.size() : end) - pos > kCsvMaxLine) {
+            fail(QStringLiteral("line ") + QString::number(m_line + 1) +
+                 QStringLiteral(" is longer than ") + QString::number(kCsvMaxLine) +
+                 QStringLiteral(" characters: the file is not a list of channels"));
+            return Step::Fail;
+        }
         if (end >= 0) {
             line = buf.mid(pos, end - pos);
             pos = end + 1;
             m_skipLf = buf[end] == u'\r';
             return Step::Line;
-        }
-        if (buf.size() - pos > kCsvMaxLine) {
-            fail(QStringLiteral("line ") + QString::number(m_line + 1) +
-                 QStringLiteral(" is longer than ") + QString::number(kCsvMaxLine) +
-                 QStringLiteral(" characters: the file is not a list of channels"));
-            return Step::Fail;
         }
         if (m_eof) {
             if (pos >= buf.size())

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QTimer>
 
+#include <limits>
+
 namespace kestrel {
 
 namespace {
@@ -15,8 +17,10 @@ constexpr int kRetryMs = 50;
 
 DataLock::DataLock(const QString& dataDir)
     : m_path(QDir(dataDir).filePath(QLatin1String(kLockFileName))), m_lock(m_path) {
-    // Only a dead holder makes a lock stale: the window holds it for hours.
-    m_lock.setStaleLockTime(0);
+    // A lock is stale when its holder has died. Age alone should not make it so (the window
+    // holds it for as long as it runs), but no age at all would also turn off the dead-holder
+    // check: the longest age there is.
+    m_lock.setStaleLockTime(std::numeric_limits<int>::max());
 }
 
 bool DataLock::acquire(int waitMs) {

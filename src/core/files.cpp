@@ -59,15 +59,13 @@ bool hasFields(QStringView line, int fields) {
     return line.count(QLatin1Char(',')) == fields - 1;
 }
 
-// Notes the keys of a data file that could not be used: present with the wrong number of
-// fields, or missing from a file that is there (cut short).
-void noteBadKeys(AppContext& ctx, const QString& path, const IniDocument& doc, bool exists,
-                 const QStringList& badKeys, const QStringList& missing) {
+// Notes the keys of a data file that could not be used (the wrong number of fields) and its
+// damaged lines. A missing key is not noted: the save that follows loses nothing of it.
+void noteBadKeys(AppContext& ctx, const QString& path, const IniDocument& doc,
+                 const QStringList& badKeys) {
     NoteDamagedLines(ctx, path, doc);
     if (!badKeys.isEmpty())
         NoteDamage(ctx, path, badKeys.join(QStringLiteral(", ")));
-    if (exists && !missing.isEmpty() && !doc.readFailed())
-        NoteDamage(ctx, path, missing.join(QStringLiteral(", ")) + QStringLiteral(" missing"));
 }
 
 void writeBank(IniDocument& doc, const BankRec& bank) {
@@ -91,18 +89,16 @@ void Load_BankInfo(AppContext& ctx, qint16 p, int b, const QString& path) {
         BankRec& bank = ctx.Profiles[p].Banks[b];
         bank.Revision = Validate_Byte(doc.ReadKey(kBankInfo, kRevision), 0, 0, 255);
         s.at(2);
-        QStringList bad, missing;
+        QStringList bad;
         for (int c = 1; c <= ChansPerBank; ++c) {
             const QStringView def = ctx.DefChans[ChannelNumber(b, c)];
             const QStringView value = doc.readView(kChnlInfo, channelKey(c));
-            if (value.isEmpty())
-                missing.append(channelKey(c));
-            else if (!hasFields(value, 5))
+            if (!value.isEmpty() && !hasFields(value, 5))
                 bad.append(channelKey(c));
             ParseChannelLine(bank.Chans[c], value.isEmpty() ? def : value, def);
         }
         s.at(3);
-        noteBadKeys(ctx, path, doc, QFileInfo::exists(path), bad, missing);
+        noteBadKeys(ctx, path, doc, bad);
     });
 }
 
@@ -126,18 +122,16 @@ void Load_SearchInfo(AppContext& ctx, qint16 p, const QString& path) {
         checkProfile(p);
         const IniDocument doc = IniDocument::load(path);
         ProfileRec& profile = ctx.Profiles[p];
-        QStringList bad, missing;
+        QStringList bad;
         for (int i = 1; i <= SearchCount; ++i) {
             const QStringView def = ctx.DefSearch[i];
             const QStringView value = doc.readView(kSrchInfo, searchKey(i));
-            if (value.isEmpty())
-                missing.append(searchKey(i));
-            else if (!hasFields(value, 3))
+            if (!value.isEmpty() && !hasFields(value, 3))
                 bad.append(searchKey(i));
             ParseSearchLine(profile.Searches[i], value.isEmpty() ? def : value, def);
         }
         s.at(2);
-        noteBadKeys(ctx, path, doc, QFileInfo::exists(path), bad, missing);
+        noteBadKeys(ctx, path, doc, bad);
     });
 }
 

@@ -58,7 +58,9 @@ bool FileWriter::writeAll(QFileDevice& file, QByteArrayView bytes, QString* reas
     for (qsizetype at = 0; at < bytes.size();) {
         const qint64 n = writeBlock(file, bytes.sliced(at, qMin(kBlock, bytes.size() - at)));
         if (n <= 0) {
-            *reason = file.errorString().isEmpty() ? systemReason(ENOSPC) : file.errorString();
+            // A write that stops short without an error of its own is a full disk.
+            *reason =
+                file.error() == QFileDevice::NoError ? systemReason(ENOSPC) : file.errorString();
             return false;
         }
         at += n;

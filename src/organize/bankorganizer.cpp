@@ -88,6 +88,7 @@ bool BankOrganizer::save() {
                 continue;
             bank = before[m_origin[i - 1]];
             // The new order is kept in the profile's settings file on the next save.
+            bank.Changed = true;
             profile.Changed = true;
             any = true;
         }
