@@ -3,6 +3,7 @@
 #include "testsupport.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -104,6 +105,77 @@ private Q_SLOTS:
         QTemporaryDir dir;
         QCOMPARE(run(dir.filePath(u"new"_s), args).exitCode, 1);
         QVERIFY(!QFileInfo::exists(dir.filePath(u"new"_s)));
+    }
+    // Every command and sub-command the program lists answers --help and "help" alike, with
+    // each option it accepts on a line.
+    void help_data() {
+        QTest::addColumn<QStringList>("path");
+        const auto words = [](const QStringList& typed) {
+            return lines(runKestrelctl(QStringList{u"--completion-words"_s, u"--"_s} + typed).out);
+        };
+        for (const QString& name : words({})) {
+            if (name.startsWith(u'-') || name == u"help"_s)
+                continue;
+            const QStringList next = words({name});
+            const bool family = !next.isEmpty() && !next.first().startsWith(u'-');
+            for (const QString& sub : family ? next : QStringList{QString()}) {
+                const QStringList path = sub.isEmpty() ? QStringList{name} : QStringList{name, sub};
+                QTest::newRow(qPrintable(path.join(u' '))) << path;
+            }
+            if (family)
+                QTest::newRow(qPrintable(name)) << QStringList{name};
+        }
+    }
+    void help() {
+        QFETCH(QStringList, path);
+        const auto r = runKestrelctl(path + QStringList{u"--help"_s});
+        QCOMPARE(r.exitCode, 0);
+        QVERIFY(r.out.startsWith("usage: kestrelctl " + path.join(u' ').toUtf8() + ' '));
+        const auto viaHelp = runKestrelctl(QStringList{u"help"_s} + path);
+        QVERIFY(viaHelp.exitCode == 0 && viaHelp.out == r.out && viaHelp.err.isEmpty());
+        const auto options =
+            runKestrelctl(QStringList{u"--completion-words"_s, u"--"_s} + path).out;
+        for (const QString& word : lines(options))
+            if (word.startsWith(u"--"_s))
+                QVERIFY2(r.out.contains("\n  " + word.toUtf8() + ' ') ||
+                             r.out.contains(", " + word.toUtf8()),
+                         qPrintable(word));
+    }
+    void programHelpAndVersion() {
+        const auto r = runKestrelctl({u"--help"_s});
+        QCOMPARE(r.exitCode, 0);
+        for (const char* needle : {"\n  show ", "\n  upload ", "\n  help ", "\n  0  success",
+                                   "\n  1  usage error", "\n  2  failure", "\n  3  upload: "})
+            QVERIFY2(r.out.contains(needle), needle);
+        const auto v = runKestrelctl({u"--version"_s});
+        QCOMPARE(v.exitCode, 0);
+        QVERIFY(QRegularExpression(u"^kestrelctl \\d+\\.\\d+\\.\\d+\n$"_s)
+                    .match(QString::fromUtf8(v.out))
+                    .hasMatch());
+    }
+    void unknownNames_data() {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("command") << QStringList{"shwo"}
+                                 << "unknown command 'shwo' (did you mean 'show'?)";
+        QTest::newRow("prefix") << QStringList{"imp", "x.csv"} << "(did you mean 'import-csv'?)";
+        QTest::newRow("far") << QStringList{"frobnicate"} << "unknown command 'frobnicate'\n";
+        QTest::newRow("option") << QStringList{"show", "--bnak", "1"}
+                                << "show: unknown option --bnak (did you mean '--bank'?)";
+        QTest::newRow("global") << QStringList{"--verison"} << "(did you mean '--version'?)";
+        QTest::newRow("help") << QStringList{"help", "exprot-csv"}
+                              << "(did you mean 'export-csv'?)";
+        QTest::newRow("missing value") << QStringList{"show", "--bank"} << "--bank";
+        QTest::newRow("extra argument")
+            << QStringList{"show", "--all", "x"} << "unexpected argument 'x'";
+    }
+    void unknownNames() {
+        QFETCH(QStringList, args);
+        QFETCH(QString, message);
+        const auto r = runKestrelctl(args);
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(QString::fromUtf8(r.err).contains(message), r.err.constData());
+        QVERIFY(r.out.isEmpty());
     }
     void writeFailureExits2() {
         QTemporaryDir dir;
