@@ -39,6 +39,9 @@ private Q_SLOTS:
             << QStringList{"zz", "countries", "--data-dir", "e"} << run << "countries|e||";
         QTest::newRow("no member")
             << QStringList{"zz"} << fail << "zz: give a sub-command: countries, state";
+        QTest::newRow("option before member")
+            << QStringList{"zz", "--user", "me", "state", "1"} << fail
+            << "zz: the sub-command comes before --user: countries, state";
         QTest::newRow("close member") << QStringList{"zz", "stat", "1"} << fail
                                       << "unknown command 'stat' (did you mean 'state'?)";
         QTest::newRow("missing argument") << QStringList{"zz", "state"} << fail << "missing ID";
