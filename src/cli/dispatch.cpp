@@ -171,7 +171,10 @@ QString commandHelp(const Command& c) {
         text += table(rows);
     }
     text += u"\nOptions:\n"_s + optionTable(allOptions(c));
-    text += u"\nExit status:\n"_s + exitTable(c.exits);
+    QList<ExitStatus> exits = c.exits;
+    if (const Command* head = c.sub ? find(fromLatin(c.name)) : nullptr)
+        exits = head->exits + exits;
+    text += u"\nExit status:\n"_s + exitTable(exits);
     return text;
 }
 

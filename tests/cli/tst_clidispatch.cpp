@@ -12,8 +12,14 @@ namespace {
 int nothing(Env&, const Args&) {
     return 0;
 }
-const CommandRegistration
-    head({"zz", nullptr, "A family of test commands", {{"user", "NAME", "Who asks"}}, {}, nullptr});
+const CommandRegistration head({"zz",
+                                nullptr,
+                                "A family of test commands",
+                                {{"user", "NAME", "Who asks"}},
+                                {},
+                                nullptr,
+                                false,
+                                {{4, "the login was refused"}}});
 const CommandRegistration countries({"zz", "countries", "List the countries", {}, {}, nothing});
 const CommandRegistration state({"zz",
                                  "state",
@@ -53,6 +59,11 @@ private Q_SLOTS:
                                      << "usage: kestrelctl zz state [options] ID\n";
         QTest::newRow("head option in member help")
             << QStringList{"zz", "state", "-h"} << print << "\n  --user NAME  ";
+        QTest::newRow("head's exit status in member help")
+            << QStringList{"zz", "countries", "--help"} << print
+            << "\n  4  the login was refused\n";
+        QTest::newRow("head's exit status listed once")
+            << QStringList{"--help"} << print << "\n  4  zz: the login was refused\n\n";
         QTest::newRow("listed") << QStringList{"--help"} << print
                                 << "\n  zz    A family of test commands\n";
         QTest::newRow("complete members")
