@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShowEvent>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -175,6 +176,14 @@ void FrmVerifyRRChan::FinishBtn_Click() {
     m_ctx.Profiles[0].Changed = true;
     m_finished = true;
     close();
+}
+
+void FrmVerifyRRChan::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // The list can scroll only once it is laid out: bring the first long description into view
+    // again when the window appears.
+    if (!event->spontaneous())
+        VerifyChannels();
 }
 
 void FrmVerifyRRChan::closeEvent(QCloseEvent* event) {

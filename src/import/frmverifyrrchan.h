@@ -42,6 +42,7 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void ChanLV_ItemClick(QTreeWidgetItem* item);

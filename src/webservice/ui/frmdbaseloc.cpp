@@ -140,6 +140,11 @@ FrmDBaseLoc::FrmDBaseLoc(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
     Trap(m_ctx.errors, "FrmDBaseLoc -> Load", [&] { Load(); });
 }
 
+FrmDBaseLoc::~FrmDBaseLoc() {
+    // Hiding the window while it is torn down moves the focus; its boxes must not react then.
+    qDeleteAll(findChildren<KeyFilter*>());
+}
+
 void FrmDBaseLoc::Load() {
     const ProgramSettings& s = m_ctx.settings;
     m_loaded = false;

@@ -20,6 +20,7 @@ class FrmDBaseLoc : public QDialog {
     Q_OBJECT
 public:
     explicit FrmDBaseLoc(AppContext& ctx, QWidget* parent = nullptr);
+    ~FrmDBaseLoc() override;
 
     // Controls, by the indices the window gives them.
     QRadioButton* LocationOpt(int index) const { return m_locationOpt[index]; } // 0, 1

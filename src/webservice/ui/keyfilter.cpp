@@ -37,7 +37,10 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_box)
         return false;
     if (event->type() == QEvent::FocusOut) {
-        leave();
+        // Leaving means moving to another control of the window, not the window losing focus.
+        const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            leave();
         return false;
     }
     if (event->type() != QEvent::KeyPress)

@@ -13,6 +13,7 @@ namespace kestrel {
 class ErrorReporter;
 
 class KeyFilter : public QObject {
+    Q_OBJECT
 public:
     using Allowed = std::function<bool(QChar)>;
 
