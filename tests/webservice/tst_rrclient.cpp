@@ -247,6 +247,7 @@ void TstRRClient::failedQueriesEmptyTheirStore_data() {
     QTest::newRow("cut short") << 200 << data(QStringLiteral("getTag.xml")) << 2
                                << "RRSoap - getTag";
     QTest::newRow("never answers") << 200 << QByteArray() << 1 << "RRSoap - getTag";
+    QTest::newRow("17 MB") << 200 << QByteArray(17 * 1024 * 1024, ' ') << 0 << "RRSoap - getTag";
 }
 
 void TstRRClient::failedQueriesEmptyTheirStore() {
