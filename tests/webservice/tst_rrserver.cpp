@@ -2,7 +2,7 @@
 // The local frequency-database service over real HTTP on 127.0.0.1: the answers of the demo data,
 // the login check, the description, and kestrelctl rr-serve as a process.
 #include "testsupport.h"
-#include "webservice/server/rrdescription.h"
+#include "webservice/server/rrdescriptionwriter.h"
 #include "webservice/server/rrlocalserver.h"
 
 #include <QDomDocument>

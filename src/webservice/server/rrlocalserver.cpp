@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rrlocalserver.h"
 
-#include "rrdescription.h"
+#include "rrdescriptionwriter.h"
 
 #include <QHttpServer>
 #include <QHttpServerRequest>
