@@ -2,6 +2,8 @@
 #include "soapenvelope.h"
 
 #include <QLocale>
+#include <QRegularExpression>
+#include <QStringDecoder>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
@@ -92,6 +94,23 @@ SoapValue* SoapValue::child(QStringView childName) {
         if (c.name == childName)
             return &c;
     return nullptr;
+}
+
+QString DecodeXmlText(const QByteArray& bytes) {
+    QByteArray enc;
+    if (bytes.startsWith("<?xml")) {
+        const QByteArray decl = bytes.left(bytes.indexOf("?>", 0) + 1).left(200);
+        static const QRegularExpression re(QStringLiteral("encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)"));
+        const auto m = re.match(QString::fromLatin1(decl));
+        if (m.hasMatch())
+            enc = m.captured(1).toLatin1();
+    }
+    if (!enc.isEmpty()) {
+        QStringDecoder decoder(enc.constData());
+        if (decoder.isValid())
+            return decoder.decode(bytes);
+    }
+    return QString::fromUtf8(bytes);
 }
 
 QString DoubleText(double value) {

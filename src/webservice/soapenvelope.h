@@ -88,6 +88,10 @@ QByteArray WriteFault(const SoapFault& fault);
 // returns false and says why in *error (the message keeps what was read so far).
 bool ReadEnvelope(const QByteArray& bytes, SoapMessage& message, QString* error = nullptr);
 
+// Text of an XML document decoded by the encoding its declaration names (UTF-8 when it names
+// none or one this system does not know).
+QString DecodeXmlText(const QByteArray& bytes);
+
 // The xsd scalar type names.
 inline const QString kXsdInt = QStringLiteral("xsd:int");
 inline const QString kXsdDouble = QStringLiteral("xsd:double");
