@@ -85,6 +85,7 @@ private Q_SLOTS:
     void servesTheDescription_data();
     void servesTheDescription();
     void recordsTheLastRequest();
+    void replyHookStandsInForTheAnswer();
     void readsADataFolder();
     void commandListensAndAnswers();
 
@@ -305,6 +306,33 @@ void TstRRServer::recordsTheLastRequest() {
     exchange(m_net, m_base.resolved(QUrl("index.php")), &body, "urn:x#fccGetProxCallsigns");
     QCOMPARE(m_server.lastRequest(), body);
     QCOMPARE(m_server.lastSoapAction(), QByteArray("urn:x#fccGetProxCallsigns"));
+}
+
+// The seam the client's failure tests use: a canned reply, or none at all until the server goes.
+void TstRRServer::replyHookStandsInForTheAnswer() {
+    auto server = std::make_unique<RRLocalServer>();
+    QVERIFY(server->listen() != 0);
+    const QByteArray latin1 = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><x>\xe9</x>";
+    bool hang = false;
+    server->setReplyHook([&](const QByteArray&) -> std::optional<RRLocalServer::Reply> {
+        return RRLocalServer::Reply{502, "text/xml; charset=ISO-8859-1", latin1, hang};
+    });
+    const QByteArray body = request("getTag", "id=1");
+    const Http h = exchange(m_net, QUrl(server->baseUrl()), &body);
+    QCOMPARE(h.status, 502);
+    QCOMPARE(h.body, latin1);
+
+    hang = true;
+    QNetworkRequest post(QUrl(server->baseUrl()));
+    post.setHeader(QNetworkRequest::ContentTypeHeader, "text/xml");
+    QNetworkReply* reply = m_net.post(post, body);
+    QTest::qWait(300);
+    QVERIFY(!reply->isFinished());
+    QCOMPARE(server->requestCount(), 2);
+    server.reset(); // the held reply goes with the server, which closes the connection
+    QTRY_VERIFY(reply->isFinished());
+    QVERIFY(reply->error() != QNetworkReply::NoError);
+    delete reply;
 }
 
 // A folder of JSON files is one data set; a file that is not JSON is refused with its name.
