@@ -59,6 +59,7 @@ void TstRRRoundTrip::walksTheDemoData() {
     QCOMPARE(client.SubcatFreqs.first().tags.first().tagDescr, QStringLiteral("Law Dispatch"));
     QVERIFY(client.fccGetProxCallsigns(44.52, -70.11, 5, QStringLiteral("mi")));
     QVERIFY(m_server.lastRequest().contains(">mi</unit>"));
+    QVERIFY(m_server.lastSoapAction().contains("#fccGetProxCallsigns"));
     QVERIFY(!client.searchCountyFreq(1001, 999.5, QString())); // an empty array
     QVERIFY(client.getTrsSites(7001));                         // "siteFeqs" in the first generation
     QCOMPARE(client.TrsSites.last().siteFreqs.size(), 3);
