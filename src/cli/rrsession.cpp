@@ -28,7 +28,7 @@ QList<ExitStatus> rrExits() {
 
 RRSession::RRSession(Env& env, const Args& args) : m_env(env), m_args(args) {}
 
-bool RRSession::open(bool login) {
+void RRSession::load(bool login) {
     QString url = m_args.value(QStringLiteral("url"));
     if (m_args.has(QStringLiteral("url"))) {
         const QUrl u(url, QUrl::StrictMode);
@@ -64,7 +64,14 @@ bool RRSession::open(bool login) {
     if (!url.isEmpty())
         m_client->setBaseUrlOverride(url);
     m_client->setCredentials(user, password);
+}
 
+bool RRSession::open(bool login) {
+    load(login);
+    return connect();
+}
+
+bool RRSession::connect() {
     bool ok = m_client->InitSoap();
     // A cached description too short to be whole is removed by the first try: fetch it anew.
     if (!ok && !failed())

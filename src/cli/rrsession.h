@@ -27,6 +27,10 @@ public:
     // missing user name is a usage error when `login` is set (every query but the country list
     // carries the login). False when the description could not be had (already reported).
     bool open(bool login = true);
+    // The two halves of open(), for a command that checks more of its arguments against the
+    // loaded profiles before it asks the service anything.
+    void load(bool login = true);
+    bool connect();
 
     AppContext& ctx() { return *m_ctx; }
     RRClient& client() { return *m_client; }
