@@ -10,8 +10,8 @@ namespace {
 const CommandRegistration
     reg({"rr",
          nullptr,
-         "Browse the RadioReference frequency database (or a local copy) and import from it. "
-         "Output: one record a line, ids first, columns separated by tabs",
+         "Browse the frequency database (RadioReference or a local copy) and import from it; "
+         "one record a line, ids first, tab-separated",
          rrFamilyOptions(),
          {},
          nullptr});

@@ -240,6 +240,9 @@ int run(Env& env, const Args& args) {
     QDir().mkpath(ctx.appDir());
     MakeBanksDir(ctx);
     Save_Profiles(ctx);
+    err(QStringLiteral("imported ") + QString::number(filled) +
+        QStringLiteral(" channels into bank ") + QString::number(bankNo) + QStringLiteral(" as ") +
+        bank.ImportName);
     for (int slot = 1; slot <= filled; ++slot)
         out(QString::number(slot) + u'\t' + FreqToString(bank.Chans[size_t(slot)].Freq) + u'\t' +
             bank.Chans[size_t(slot)].Desc);

@@ -6,6 +6,12 @@
 
 #include <QTextStream>
 #include <QUrl>
+#include <cstdio>
+
+#ifdef Q_OS_UNIX
+#include <termios.h>
+#include <unistd.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +32,34 @@ QList<ExitStatus> rrExits() {
     return {{kRRLoginRefused, "the service refused the user name or password"}};
 }
 
+namespace {
+
+// The first line of standard input. Typed at a terminal, it is asked for and not echoed.
+QString readPassword() {
+#ifdef Q_OS_UNIX
+    const bool tty = isatty(STDIN_FILENO) != 0;
+    termios saved{};
+    if (tty && tcgetattr(STDIN_FILENO, &saved) == 0) {
+        std::fputs("Password: ", stderr);
+        std::fflush(stderr);
+        termios quiet = saved;
+        quiet.c_lflag &= ~tcflag_t(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
+    }
+#endif
+    QTextStream in(stdin);
+    const QString line = in.readLine();
+#ifdef Q_OS_UNIX
+    if (tty) {
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &saved);
+        std::fputs("\n", stderr);
+    }
+#endif
+    return line;
+}
+
+} // namespace
+
 RRSession::RRSession(Env& env, const Args& args) : m_env(env), m_args(args) {}
 
 void RRSession::load(bool login) {
@@ -41,10 +75,8 @@ void RRSession::load(bool login) {
             url += u'/';
     }
     QString password;
-    if (m_args.has(QStringLiteral("password-stdin"))) {
-        QTextStream in(stdin);
-        password = in.readLine();
-    }
+    if (m_args.has(QStringLiteral("password-stdin")))
+        password = readPassword();
 
     m_ctx = &m_env.load();
     // The remembered login, as the window reads it at start-up.
