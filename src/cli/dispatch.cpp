@@ -171,7 +171,10 @@ QString commandHelp(const Command& c) {
         text += table(rows);
     }
     text += u"\nOptions:\n"_s + optionTable(allOptions(c));
-    text += u"\nExit status:\n"_s + exitTable(c.exits);
+    QList<ExitStatus> exits = c.exits;
+    if (const Command* head = c.sub ? find(fromLatin(c.name)) : nullptr)
+        exits = head->exits + exits;
+    text += u"\nExit status:\n"_s + exitTable(exits);
     return text;
 }
 
@@ -429,6 +432,10 @@ Invocation resolve(const QStringList& words) {
         const QString sub = rest.takeFirst();
         if (sub == u"--help"_s || sub == u"-h"_s)
             return print(familyHelp(name));
+        if (sub.startsWith(u'-'))
+            return fail(kProgram + u' ' + name + u": the sub-command comes before "_s + sub +
+                        u": "_s + memberNames(name).join(u", "_s) + u"\nRun 'kestrelctl "_s + name +
+                        u" --help' for the list.\n"_s);
         if (const Command* c = find(name, sub))
             return parseCommand(*c, rest, parser.value(dataDir));
         return unknownCommand(sub, memberNames(name), name);

@@ -12,8 +12,14 @@ namespace {
 int nothing(Env&, const Args&) {
     return 0;
 }
-const CommandRegistration
-    head({"zz", nullptr, "A family of test commands", {{"user", "NAME", "Who asks"}}, {}, nullptr});
+const CommandRegistration head({"zz",
+                                nullptr,
+                                "A family of test commands",
+                                {{"user", "NAME", "Who asks"}},
+                                {},
+                                nullptr,
+                                false,
+                                {{4, "the login was refused"}}});
 const CommandRegistration countries({"zz", "countries", "List the countries", {}, {}, nothing});
 const CommandRegistration state({"zz",
                                  "state",
@@ -39,6 +45,9 @@ private Q_SLOTS:
             << QStringList{"zz", "countries", "--data-dir", "e"} << run << "countries|e||";
         QTest::newRow("no member")
             << QStringList{"zz"} << fail << "zz: give a sub-command: countries, state";
+        QTest::newRow("option before member")
+            << QStringList{"zz", "--user", "me", "state", "1"} << fail
+            << "zz: the sub-command comes before --user: countries, state";
         QTest::newRow("close member") << QStringList{"zz", "stat", "1"} << fail
                                       << "unknown command 'stat' (did you mean 'state'?)";
         QTest::newRow("missing argument") << QStringList{"zz", "state"} << fail << "missing ID";
@@ -50,6 +59,11 @@ private Q_SLOTS:
                                      << "usage: kestrelctl zz state [options] ID\n";
         QTest::newRow("head option in member help")
             << QStringList{"zz", "state", "-h"} << print << "\n  --user NAME  ";
+        QTest::newRow("head's exit status in member help")
+            << QStringList{"zz", "countries", "--help"} << print
+            << "\n  4  the login was refused\n";
+        QTest::newRow("head's exit status listed once")
+            << QStringList{"--help"} << print << "\n  4  zz: the login was refused\n\n";
         QTest::newRow("listed") << QStringList{"--help"} << print
                                 << "\n  zz    A family of test commands\n";
         QTest::newRow("complete members")

@@ -2,7 +2,9 @@
 // kestrelctl run as a process: its output, its exit status, and the files it leaves.
 #include "testsupport.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -176,6 +178,38 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, 1);
         QVERIFY2(QString::fromUtf8(r.err).contains(message), r.err.constData());
         QVERIFY(r.out.isEmpty());
+    }
+    // The installed completion script, run by bash as it would on a Tab after the words.
+    void bashCompletion_data() {
+        QTest::addColumn<QStringList>("words"); // the last one is the word being completed
+        QTest::addColumn<QStringList>("offered");
+        QTest::newRow("command") << QStringList{"sh"} << QStringList{"show"};
+        QTest::newRow("option") << QStringList{"show", "--b"} << QStringList{"--bank"};
+        QTest::newRow("after global")
+            << QStringList{"--data-dir", "x", "pro"} << QStringList{"profiles"};
+        QTest::newRow("folder") << QStringList{"--data-dir", ""} << QStringList{"sub"};
+        QTest::newRow("file") << QStringList{"export-csv", "-o", "a"} << QStringList{"a.csv"};
+        QTest::newRow("number") << QStringList{"show", "--bank", ""} << QStringList{};
+    }
+    void bashCompletion() {
+        QFETCH(QStringList, words);
+        QFETCH(QStringList, offered);
+        QTemporaryDir cwd;
+        QVERIFY(QDir(cwd.path()).mkdir(u"sub"_s));
+        writeFile(cwd.filePath(u"a.csv"_s), "");
+        QProcess bash;
+        bash.setWorkingDirectory(cwd.path());
+        bash.start(u"bash"_s, QStringList{u"-c"_s,
+                                          u"source \"$0\"; COMP_WORDS=(\"$@\"); "
+                                          "COMP_CWORD=$(($# - 1)); _kestrelctl; "
+                                          "printf '%s\\n' \"${COMPREPLY[@]}\""_s,
+                                          QStringLiteral(KESTRELCTL_COMPLETION),
+                                          qEnvironmentVariable("KESTRELCTL")} +
+                                  words);
+        QVERIFY(bash.waitForFinished(20000) && bash.exitCode() == 0);
+        QStringList reply = lines(bash.readAllStandardOutput());
+        reply.sort();
+        QCOMPARE(reply, offered);
     }
     void writeFailureExits2() {
         QTemporaryDir dir;
