@@ -38,8 +38,8 @@ struct ProgramSettings {
     bool DBaseProxyUse = false;
     QString DBaseProxyAdr;
     qint16 DBaseProxyPrt = 8080;
-    QString AppKey; // [RadioRef] AppKey: overrides the built-in application key when set
-    QString ServiceAddress;           // derived at load from DBaseVersion and DBaseIndex
+    QString AppKey;         // [RadioRef] AppKey: overrides the built-in application key when set
+    QString ServiceAddress; // derived at load from DBaseVersion and DBaseIndex
     QMap<int, QString> PortOverrides; // [Ports] COMn = device path
 
     WindowPos& pos(WindowId id) { return positions[static_cast<int>(id)]; }

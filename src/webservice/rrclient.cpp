@@ -81,8 +81,8 @@ bool RRClient::transfer(Transfer& t) {
 
     const ProgramSettings& s = m_ctx.settings;
     if (s.DBaseProxyUse)
-        m_nam->setProxy(QNetworkProxy(QNetworkProxy::HttpProxy, s.DBaseProxyAdr,
-                                      quint16(s.DBaseProxyPrt)));
+        m_nam->setProxy(
+            QNetworkProxy(QNetworkProxy::HttpProxy, s.DBaseProxyAdr, quint16(s.DBaseProxyPrt)));
     else
         m_nam->setProxy(QNetworkProxy(QNetworkProxy::NoProxy));
 
@@ -206,8 +206,9 @@ bool RRClient::SetHTTP() {
         QString why = t.httpStatus >= 400
                           ? QStringLiteral("HTTP status %1").arg(t.httpStatus)
                           : QStringLiteral("the reply is not a usable envelope (%1)").arg(error);
-        m_ctx.errors.ReportError(QStringLiteral("RRSoap - ") + op, 6, kServiceError,
-                                 QStringLiteral("The web service at %1 failed: %2").arg(t.url, why));
+        m_ctx.errors.ReportError(
+            QStringLiteral("RRSoap - ") + op, 6, kServiceError,
+            QStringLiteral("The web service at %1 failed: %2").arg(t.url, why));
         return false;
     }
     Env = std::move(reply);
@@ -238,11 +239,11 @@ bool RRClient::InitSoap() {
         VersionStr = QString::number(set.DBaseVersion);
         s.at(2);
         if (set.DBaseIndex == 0)
-            WsdlFile = m_ctx.appDir() + QStringLiteral("/RR_Soap") + VersionStr +
-                       QStringLiteral(".wsdl");
+            WsdlFile =
+                m_ctx.appDir() + QStringLiteral("/RR_Soap") + VersionStr + QStringLiteral(".wsdl");
         else if (set.DBaseIndex == 1)
-            WsdlFile = m_ctx.appDir() + QStringLiteral("/Local") + VersionStr +
-                       QStringLiteral(".wsdl");
+            WsdlFile =
+                m_ctx.appDir() + QStringLiteral("/Local") + VersionStr + QStringLiteral(".wsdl");
         s.at(3);
         WsdlText.clear();
         const QFileInfo info(WsdlFile);
@@ -363,7 +364,8 @@ void RRClient::Add_AuhInfo() {
     Trap(m_ctx.errors, "ModSOAP -> Add_AuhInfo", [&] {
         if (AppKey.isEmpty())
             AppKey = isAppKey(m_ctx.settings.AppKey) ? m_ctx.settings.AppKey : BuiltInAppKey();
-        SoapValue auth = SoapValue::structure(QStringLiteral("authInfo"), QStringLiteral("tns:authInfo"));
+        SoapValue auth =
+            SoapValue::structure(QStringLiteral("authInfo"), QStringLiteral("tns:authInfo"));
         auth.add(SoapValue::string(QStringLiteral("username"), m_user));
         auth.add(SoapValue::string(QStringLiteral("password"), m_password));
         auth.add(SoapValue::string(QStringLiteral("appKey"), AppKey));
@@ -374,10 +376,9 @@ void RRClient::Add_AuhInfo() {
 }
 
 void RRClient::Report_Return(const QString& rtnName) {
-    m_ctx.errors.ReportError(QStringLiteral("ReportRtn-") + rtnName + QStringLiteral(" - ") +
-                                 CurrCmnd.Name,
-                             8, kServiceError,
-                             QStringLiteral("Unexpected reply element ") + rtnName);
+    m_ctx.errors.ReportError(
+        QStringLiteral("ReportRtn-") + rtnName + QStringLiteral(" - ") + CurrCmnd.Name, 8,
+        kServiceError, QStringLiteral("Unexpected reply element ") + rtnName);
 }
 
 SoapValue* RRClient::request(RRCommands cmd, QList<SoapValue> params,
@@ -385,6 +386,12 @@ SoapValue* RRClient::request(RRCommands cmd, QList<SoapValue> params,
     const QByteArray label = (QStringLiteral("RRSoap - ") + RRCommandName(cmd)).toUtf8();
     return Trap(m_ctx.errors, label.constData(), [&](Stmt& s) -> SoapValue* {
         s.at(1);
+        // Refused before anything shared is touched: the running request owns CurrCmnd and Env.
+        if (m_busy)
+            throw KestrelError(kServiceError,
+                               QStringLiteral("Another request to the web service is still "
+                                              "running; %1 was not sent")
+                                   .arg(RRCommandName(cmd)));
         if (!Get_CommandInfo(cmd))
             return nullptr;
         s.at(2);

@@ -19,7 +19,7 @@ namespace kestrel {
 // What Get_CommandInfo found for the current command.
 struct CommandInfo {
     QString Name;
-    QString InMsg;  // message references as written, with their four-character prefix
+    QString InMsg; // message references as written, with their four-character prefix
     QString OutMsg;
     QList<WsdlPart> InParts;
     QList<WsdlPart> OutParts;

@@ -141,8 +141,7 @@ bool ParseDescription(const QString& text, SoapDescription& d, QDomDocument& doc
                 b.soapAction = so.attribute(QStringLiteral("soapAction"));
                 b.style = so.attribute(QStringLiteral("style"));
                 readBodyUse(firstChild(o, u"input"), b.inUse, b.inNamespace, b.inEncodingStyle);
-                readBodyUse(firstChild(o, u"output"), b.outUse, b.outNamespace,
-                            b.outEncodingStyle);
+                readBodyUse(firstChild(o, u"output"), b.outUse, b.outNamespace, b.outEncodingStyle);
                 d.BindingOps.append(std::move(b));
             });
         } else if (kind == u"service") {
@@ -157,15 +156,37 @@ bool ParseDescription(const QString& text, SoapDescription& d, QDomDocument& doc
 }
 
 QString RRCommandName(int cmd) {
-    static const char* const names[] = {
-        "getTrsTalkgroups", "getTrsTalkgroupCats", "getTrsDetails",   "getTrsBySysid",
-        "getTrsSites",      "getStatesByList",     "getCountiesByList", "getTag",
-        "getMode",          "getTrsType",          "getTrsFlavor",    "getTrsVoice",
-        "getCountryList",   "getCountryInfo",      "getStateInfo",    "getCountyInfo",
-        "getAgencyInfo",    "getSubcatFreqs",      "searchCountyFreq", "searchStateFreq",
-        "searchMetroFreq",  "getCountyFreqsByTag", "getAgencyFreqsByTag", "getMetroArea",
-        "",                 "getZipcodeInfo",      "fccGetCallsign",  "fccGetRadioServiceCode",
-        "fccGetProxCallsigns", "getUserData",      "getUserFeedBroadcasts"};
+    static const char* const names[] = {"getTrsTalkgroups",
+                                        "getTrsTalkgroupCats",
+                                        "getTrsDetails",
+                                        "getTrsBySysid",
+                                        "getTrsSites",
+                                        "getStatesByList",
+                                        "getCountiesByList",
+                                        "getTag",
+                                        "getMode",
+                                        "getTrsType",
+                                        "getTrsFlavor",
+                                        "getTrsVoice",
+                                        "getCountryList",
+                                        "getCountryInfo",
+                                        "getStateInfo",
+                                        "getCountyInfo",
+                                        "getAgencyInfo",
+                                        "getSubcatFreqs",
+                                        "searchCountyFreq",
+                                        "searchStateFreq",
+                                        "searchMetroFreq",
+                                        "getCountyFreqsByTag",
+                                        "getAgencyFreqsByTag",
+                                        "getMetroArea",
+                                        "",
+                                        "getZipcodeInfo",
+                                        "fccGetCallsign",
+                                        "fccGetRadioServiceCode",
+                                        "fccGetProxCallsigns",
+                                        "getUserData",
+                                        "getUserFeedBroadcasts"};
     if (cmd < 0 || cmd >= int(std::size(names)))
         return {};
     return QString::fromLatin1(names[cmd]);

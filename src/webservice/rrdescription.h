@@ -39,7 +39,7 @@ struct WsdlMessage {
 struct WsdlOperation {
     QString name;
     QString documentation;
-    QString input;  // message reference as written, prefix included ("tns:getTagRequest")
+    QString input; // message reference as written, prefix included ("tns:getTagRequest")
     QString output;
 };
 

@@ -100,7 +100,8 @@ QString DecodeXmlText(const QByteArray& bytes) {
     QByteArray enc;
     if (bytes.startsWith("<?xml")) {
         const QByteArray decl = bytes.left(bytes.indexOf("?>", 0) + 1).left(200);
-        static const QRegularExpression re(QStringLiteral("encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)"));
+        static const QRegularExpression re(
+            QStringLiteral("encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)"));
         const auto m = re.match(QString::fromLatin1(decl));
         if (m.hasMatch())
             enc = m.captured(1).toLatin1();
