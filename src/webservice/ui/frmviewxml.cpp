@@ -4,12 +4,18 @@
 #include "core/appcontext.h"
 
 #include <QCloseEvent>
+#include <QEventLoop>
 #include <QHash>
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
+#include <QPointer>
 #include <QRegularExpression>
+#include <QThread>
 #include <QTreeWidget>
+#include <QXmlStreamReader>
+#include <functional>
+#include <memory>
 
 namespace kestrel {
 
@@ -61,11 +67,38 @@ QList<std::pair<QString, QString>> pseudoAttributes(const QString& data) {
     return out;
 }
 
+// Runs work on a thread of its own and waits for it with the window still painted; the user's
+// input waits until the work is done. An exception of the work is raised here.
+void runAside(const std::function<void()>& work) {
+    std::exception_ptr failure;
+    QEventLoop loop;
+    std::unique_ptr<QThread> thread(QThread::create([&] {
+        try {
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }));
+    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    thread->start();
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    thread->wait();
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
 int twipsToPixels(int twips, int dpi) {
     return twips * dpi / 1440; // 15 twips to a pixel at 96 dpi
 }
 
 } // namespace
+
+bool IsWellFormedXml(const QString& text) {
+    QXmlStreamReader reader(text);
+    while (!reader.atEnd())
+        reader.readNext();
+    return !reader.hasError();
+}
 
 FrmViewXml::FrmViewXml(AppContext& ctx, QWidget* parent) : QWidget(parent, Qt::Window), m_ctx(ctx) {
     setObjectName(QStringLiteral("FrmViewXml"));
@@ -100,16 +133,34 @@ QTreeWidgetItem* FrmViewXml::makeItem(const QString& key, const QString& text, c
 }
 
 bool FrmViewXml::FillXML(const QString& xmlText) {
-    return Trap(m_ctx.errors, "FrmViewXml -> FillXML", [&](Stmt& s) {
+    if (m_filling)
+        return false; // a reply is being read; the window takes one at a time
+    m_filling = true;
+    const QPointer<FrmViewXml> self(this);
+    const bool filled = Trap(m_ctx.errors, "FrmViewXml -> FillXML", [&](Stmt& s) {
         s.at(1);
-        QDomDocument doc;
-        if (!doc.setContent(xmlText))
+        // A large reply takes seconds to read: the reading runs aside while the window keeps
+        // painting. The text is checked first, so that a bad one leaves the tree as it was and
+        // the old document is let go before the new one is built.
+        bool wellFormed = false;
+        runAside([&] { wellFormed = IsWellFormedXml(xmlText); });
+        if (!self || !wellFormed)
             return false;
         s.at(2);
         m_tree->clear();
         m_nodes.clear();
         m_items.clear();
         m_nodeCount = m_attrCount = m_textCount = m_commentCount = 0;
+        m_doc = QDomDocument();
+        m_tree->setEnabled(false);
+        QDomDocument doc;
+        bool parsed = false;
+        runAside([&] { parsed = doc.setContent(xmlText); });
+        if (!self)
+            return false;
+        m_tree->setEnabled(true);
+        if (!parsed)
+            return false;
         m_doc = doc;
         s.at(3);
         for (QDomNode node = m_doc.firstChild(); !node.isNull(); node = node.nextSibling()) {
@@ -126,6 +177,9 @@ bool FrmViewXml::FillXML(const QString& xmlText) {
         }
         return true;
     });
+    if (self)
+        m_filling = false;
+    return filled;
 }
 
 void FrmViewXml::AddAttributes(const QString& key) {

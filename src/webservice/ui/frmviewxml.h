@@ -57,6 +57,10 @@ private:
     int m_attrCount = 0;
     int m_textCount = 0;
     int m_commentCount = 0;
+    bool m_filling = false;
 };
+
+// True when the text is a well-formed XML document.
+bool IsWellFormedXml(const QString& text);
 
 } // namespace kestrel
