@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rrlocalserver.h"
 
-#include "rrdescription.h"
+#include "rrdescriptionwriter.h"
 
 #include <QHttpServer>
 #include <QHttpServerRequest>
@@ -369,9 +369,8 @@ QString RRLocalServer::baseUrl(bool classic) const {
 RRLocalServer::Reply RRLocalServer::handle(const QHttpServerRequest& request) {
     const QUrl url = request.url();
     const QString path = url.path();
-    const bool folder = path.endsWith(u'/');
-    if (request.method() == QHttpServerRequest::Method::Post &&
-        (folder || path.endsWith(u"/index.php"))) {
+    const bool ours = path.endsWith(u'/') || path.endsWith(u"/index.php");
+    if (ours && request.method() == QHttpServerRequest::Method::Post) {
         m_lastRequest = request.body();
         m_lastSoapAction = request.value("SOAPAction");
         ++m_requestCount;
@@ -381,12 +380,14 @@ RRLocalServer::Reply RRLocalServer::handle(const QHttpServerRequest& request) {
                 return *canned;
         return answer(m_lastRequest, m_lastSoapAction);
     }
-    if (request.method() == QHttpServerRequest::Method::Get && folder) {
+    if (ours && request.method() == QHttpServerRequest::Method::Get) {
         const QUrlQuery query(url);
         if (query.hasQueryItem(QStringLiteral("wsdl")) ||
             query.hasQueryItem(QStringLiteral("WSDL")))
-            return describe(url.adjusted(QUrl::RemoveQuery | QUrl::RemoveFragment).toString(),
-                            query.queryItemValue(QStringLiteral("v")));
+            return describe(
+                url.adjusted(QUrl::RemoveQuery | QUrl::RemoveFragment | QUrl::RemoveFilename)
+                    .toString(),
+                query.queryItemValue(QStringLiteral("v")));
         return {200, QByteArrayLiteral("text/plain; charset=UTF-8"),
                 QByteArrayLiteral("Local frequency database: the service description is at "
                                   "?wsdl, operations are posted to index.php.\n")};
