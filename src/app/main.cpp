@@ -9,7 +9,9 @@
 #include <QApplication>
 #include <QIcon>
 #include <QScreen>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -44,6 +46,20 @@ int main(int argc, char** argv) {
     kestrel::Load_Profiles(ctx);
 
     kestrel::MainForm form(ctx);
+    // Start-up timing (tools/startup-time): the variable holds the launch time in nanoseconds
+    // since the epoch; at the first paint the program prints the seconds since then and ends at
+    // once, before the link set-up queued behind that paint. A probe run has nothing to save.
+    if (const QByteArray launched = qgetenv("KESTREL_STARTUP_PROBE"); !launched.isEmpty()) {
+        QObject::connect(&form, &kestrel::MainForm::firstPainted, [launched] {
+            const qint64 ns = std::chrono::duration_cast<std::chrono::nanoseconds>(
+                                  std::chrono::system_clock::now().time_since_epoch())
+                                  .count() -
+                              launched.toLongLong();
+            std::printf("first paint after %.3f s\n", double(ns) / 1e9);
+            std::fflush(stdout);
+            std::_Exit(0);
+        });
+    }
     form.show();
     return app.exec();
 }

@@ -6,41 +6,48 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 namespace kestrel::cli {
 
-Args::Args(const QStringList& args, const QSet<QString>& valued, const QSet<QString>& flags) {
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        const QString& a = args[i];
-        if (a.startsWith(QStringLiteral("--")) && a.size() > 2) {
-            if (flags.contains(a)) {
-                m_options.insert(a, QString());
-            } else if (valued.contains(a)) {
-                if (i + 1 >= args.size())
-                    throw UsageError(qPrintable(a + QStringLiteral(" needs a value")));
-                m_options.insert(a, args[++i]);
-            } else {
-                throw UsageError(qPrintable(QStringLiteral("unknown option ") + a));
-            }
-        } else if (a.startsWith(QLatin1Char('-')) && a.size() == 2 && valued.contains(a)) {
-            if (i + 1 >= args.size())
-                throw UsageError(qPrintable(a + QStringLiteral(" needs a value")));
-            m_options.insert(a, args[++i]);
-        } else {
-            m_positional.append(a);
-        }
-    }
+Args::Args(QStringList declared, QStringList flagsSet, QList<QPair<QString, QString>> values,
+           QStringList positional)
+    : m_declared(std::move(declared)), m_flags(std::move(flagsSet)), m_values(std::move(values)),
+      m_positional(std::move(positional)) {}
+
+bool Args::has(const QString& name) const {
+    return m_flags.contains(name) || std::any_of(m_values.begin(), m_values.end(),
+                                                 [&](const auto& v) { return v.first == name; });
+}
+
+QString Args::value(const QString& name, const QString& def) const {
+    for (auto it = m_values.rbegin(); it != m_values.rend(); ++it)
+        if (it->first == name)
+            return it->second;
+    return def;
 }
 
 int Args::intValue(const QString& name, int min, int max) const {
     bool ok = false;
     const int v = value(name).toInt(&ok);
     if (!ok || v < min || v > max)
-        throw UsageError(qPrintable(name + QStringLiteral(" must be a number from ") +
-                                    QString::number(min) + QStringLiteral(" to ") +
-                                    QString::number(max)));
+        throw UsageError(
+            qPrintable(optionSpelling(name) + QStringLiteral(" must be a number from ") +
+                       QString::number(min) + QStringLiteral(" to ") + QString::number(max)));
     return v;
+}
+
+QString optionSpelling(const QString& name) {
+    return (name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name;
+}
+
+const Option kProfileOption{"profile", "P", "The profile: its number 0-9 or its name (default 0)"};
+
+QList<Option> targetOptions(bool allowAll) {
+    QList<Option> list{
+        kProfileOption, {"bank", "N", "Bank N, 1-10"}, {"search", nullptr, "The search ranges"}};
+    if (allowAll)
+        list.append({"all", nullptr, "Every bank"});
+    return list;
 }
 
 AppContext& Env::load() {
@@ -51,12 +58,18 @@ AppContext& Env::load() {
 }
 
 int Env::selectProfile(const Args& args) {
-    const QString given = args.value(QStringLiteral("--profile"), QStringLiteral("0"));
+    const QString given = args.value(QStringLiteral("profile"), QStringLiteral("0"));
     const int p = FindProfile(*m_ctx, given);
     if (p < 0)
         throw UsageError(qPrintable(QStringLiteral("no such profile: ") + given));
     m_ctx->CurProfile = qint16(p);
     return p;
+}
+
+Env::Selection Env::select(const Args& args, bool allowAll) {
+    const Target target = parseTarget(args, allowAll);
+    AppContext& ctx = load();
+    return {ctx, ctx.Profiles[selectProfile(args)], target};
 }
 
 int Env::finish() {
@@ -68,17 +81,17 @@ int Env::finish() {
 }
 
 Target parseTarget(const Args& args, bool allowAll) {
-    const int given = int(args.has(QStringLiteral("--bank"))) +
-                      int(args.has(QStringLiteral("--search"))) +
-                      int(args.has(QStringLiteral("--all")));
+    const int given = int(args.has(QStringLiteral("bank"))) +
+                      int(args.has(QStringLiteral("search"))) +
+                      int(args.has(QStringLiteral("all")));
     if (given != 1)
         throw UsageError(allowAll ? "give one of --bank N, --search or --all"
                                   : "give one of --bank N or --search");
     Target t;
-    if (args.has(QStringLiteral("--bank"))) {
+    if (args.has(QStringLiteral("bank"))) {
         t.kind = Target::Bank;
-        t.bank = args.intValue(QStringLiteral("--bank"), 1, BankCount);
-    } else if (args.has(QStringLiteral("--search"))) {
+        t.bank = args.intValue(QStringLiteral("bank"), 1, BankCount);
+    } else if (args.has(QStringLiteral("search"))) {
         t.kind = Target::Search;
     } else {
         if (!allowAll)
@@ -99,12 +112,15 @@ const QList<Command>& commands() {
     return registry();
 }
 
+// Sorted by command, then sub-command (a family head first), so that lists read alphabetically.
 CommandRegistration::CommandRegistration(Command c) {
     QList<Command>& list = registry();
-    auto at = std::find_if(list.begin(), list.end(), [&](const Command& other) {
-        return std::strcmp(other.name, c.name) > 0;
-    });
-    list.insert(at, c);
+    const auto key = [](const Command& x) {
+        return std::pair(QByteArray(x.name), QByteArray(x.sub ? x.sub : ""));
+    };
+    auto at = std::find_if(list.begin(), list.end(),
+                           [&](const Command& other) { return key(other) > key(c); });
+    list.insert(at, std::move(c));
 }
 
 void out(const QString& line) {

@@ -10,19 +10,12 @@ namespace kestrel::cli {
 
 namespace {
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs,
-                    {QStringLiteral("--profile"), QStringLiteral("--bank"), QStringLiteral("-o")},
-                    {QStringLiteral("--search")});
-    if (!args.positional().isEmpty())
-        throw UsageError("export-csv takes no positional arguments");
-    const Target target = parseTarget(args, false);
-    AppContext& ctx = env.load();
-    const ProfileRec& profile = ctx.Profiles[env.selectProfile(args)];
+int run(Env& env, const Args& args) {
+    const auto [ctx, profile, target] = env.select(args, false);
     const QByteArray bytes =
         target.kind == Target::Bank ? BankCsv(profile.Banks[target.bank]) : SearchCsv(profile);
-    if (args.has(QStringLiteral("-o"))) {
-        SaveCsvFile(ctx, bytes, args.value(QStringLiteral("-o")));
+    if (args.has(QStringLiteral("o"))) {
+        SaveCsvFile(ctx, bytes, args.value(QStringLiteral("o")));
     } else {
         std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
         std::fflush(stdout);
@@ -30,8 +23,13 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration reg({"export-csv",
-                               "export-csv [--profile P] (--bank N | --search) [-o FILE]", run});
+const CommandRegistration
+    reg({"export-csv",
+         nullptr,
+         "Write a bank or the search ranges as CSV",
+         targetOptions(false) + QList<Option>{{"o", "FILE", "Write to FILE instead of the output"}},
+         {},
+         run});
 
 } // namespace
 } // namespace kestrel::cli

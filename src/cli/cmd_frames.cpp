@@ -8,14 +8,8 @@ namespace kestrel::cli {
 
 namespace {
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs, {QStringLiteral("--profile"), QStringLiteral("--bank")},
-                    {QStringLiteral("--search"), QStringLiteral("--all")});
-    if (!args.positional().isEmpty())
-        throw UsageError("frames takes no positional arguments");
-    const Target target = parseTarget(args, true);
-    AppContext& ctx = env.load();
-    const ProfileRec& profile = ctx.Profiles[env.selectProfile(args)];
+int run(Env& env, const Args& args) {
+    const auto [ctx, profile, target] = env.select(args, true);
     const UploadKind kind = target.kind == Target::All    ? UploadKind::AllBanks
                             : target.kind == Target::Bank ? UploadKind::Bank
                                                           : UploadKind::Search;
@@ -24,7 +18,11 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration reg({"frames", "frames [--profile P] (--bank N | --search | --all)",
+const CommandRegistration reg({"frames",
+                               nullptr,
+                               "Print the frames an upload would send, one a line in hexadecimal",
+                               targetOptions(true),
+                               {},
                                run});
 
 } // namespace

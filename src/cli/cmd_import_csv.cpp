@@ -31,17 +31,11 @@ QList<int> parseColumns(const QString& list, int fields) {
     return columns;
 }
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(
-        rawArgs,
-        {QStringLiteral("--profile"), QStringLiteral("--bank"), QStringLiteral("--columns")},
-        {QStringLiteral("--search")});
-    if (args.positional().size() != 1)
-        throw UsageError("import-csv needs exactly one FILE");
+int run(Env& env, const Args& args) {
     const QString file = args.positional().first();
     const Target target = parseTarget(args, false);
     const int fields = target.kind == Target::Bank ? kCsvBankFields : kCsvSearchFields;
-    const QList<int> columns = parseColumns(args.value(QStringLiteral("--columns")), fields);
+    const QList<int> columns = parseColumns(args.value(QStringLiteral("columns")), fields);
     if (!QFileInfo(file).isFile())
         throw UsageError(qPrintable(QStringLiteral("cannot read ") + file));
 
@@ -74,10 +68,15 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration reg({"import-csv",
-                               "import-csv FILE [--profile P] (--bank N | --search) "
-                               "[--columns LIST]",
-                               run});
+const CommandRegistration
+    reg({"import-csv",
+         nullptr,
+         "Read a CSV file into a bank or the search ranges and save",
+         targetOptions(false) +
+             QList<Option>{{"columns", "LIST",
+                            "The file's column for each field, comma-separated (0: none)"}},
+         {{"FILE", "The CSV file to read"}},
+         run});
 
 } // namespace
 } // namespace kestrel::cli

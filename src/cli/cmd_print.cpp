@@ -27,20 +27,11 @@ std::pair<qint16, qint16> parsePages(const QString& text, int pages) {
     return {qint16(from), qint16(to)};
 }
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs,
-                    {QStringLiteral("--profile"), QStringLiteral("--bank"), QStringLiteral("-o"),
-                     QStringLiteral("--pages")},
-                    {QStringLiteral("--search"), QStringLiteral("--all")});
-    if (!args.positional().isEmpty())
-        throw UsageError("print takes no positional arguments");
-    const Target target = parseTarget(args, true);
-    const QString output = args.value(QStringLiteral("-o"));
+int run(Env& env, const Args& args) {
+    const QString output = args.value(QStringLiteral("o"));
     if (output.isEmpty())
         throw UsageError("give the PDF file to write with -o FILE.pdf");
-
-    AppContext& ctx = env.load();
-    const ProfileRec& profile = ctx.Profiles[env.selectProfile(args)];
+    const auto [ctx, profile, target] = env.select(args, true);
     PrintTable table;
     QString title;
     switch (target.kind) {
@@ -58,8 +49,8 @@ int run(Env& env, const QStringList& rawArgs) {
         break;
     }
     const int pages = cPrintLV::PageCountFor(qint32(table.rows.size()), kListMaxRows);
-    auto [from, to] = args.has(QStringLiteral("--pages"))
-                          ? parsePages(args.value(QStringLiteral("--pages")), pages)
+    auto [from, to] = args.has(QStringLiteral("pages"))
+                          ? parsePages(args.value(QStringLiteral("pages")), pages)
                           : std::pair<qint16, qint16>{1, qint16(pages)};
 
     QSaveFile file(output);
@@ -80,9 +71,15 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration
-    reg({"print", "print [--profile P] (--bank N | --search | --all) -o FILE.pdf [--pages A-B]",
-         run, true});
+const CommandRegistration reg({"print",
+                               nullptr,
+                               "Lay out a bank, the search ranges or every channel into a PDF",
+                               targetOptions(true) +
+                                   QList<Option>{{"o", "FILE.pdf", "The PDF file to write"},
+                                                 {"pages", "A-B", "Only pages A to B"}},
+                               {},
+                               run,
+                               true});
 
 } // namespace
 } // namespace kestrel::cli

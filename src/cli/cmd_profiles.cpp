@@ -6,10 +6,7 @@ namespace kestrel::cli {
 
 namespace {
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs, {});
-    if (!args.positional().isEmpty())
-        throw UsageError("profiles takes no arguments");
+int run(Env& env, const Args&) {
     AppContext& ctx = env.load();
     for (int p = 0; p < ProfileCount; ++p) {
         const ProfileRec& profile = ctx.Profiles[p];
@@ -21,7 +18,8 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration reg({"profiles", "profiles", run});
+const CommandRegistration reg(
+    {"profiles", nullptr, "List the profiles with their search and bank file names", {}, {}, run});
 
 } // namespace
 } // namespace kestrel::cli

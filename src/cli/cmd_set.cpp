@@ -12,25 +12,21 @@ namespace kestrel::cli {
 
 namespace {
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs, {QStringLiteral("--profile"), QStringLiteral("--bank"),
-                              QStringLiteral("--slot"), QStringLiteral("--search")});
-    if (args.positional().size() != 1)
-        throw UsageError("set needs exactly one LINE");
+int run(Env& env, const Args& args) {
     const QString line = args.positional().first();
-    const bool bank = args.has(QStringLiteral("--bank"));
-    if (bank == args.has(QStringLiteral("--search")))
+    const bool bank = args.has(QStringLiteral("bank"));
+    if (bank == args.has(QStringLiteral("search")))
         throw UsageError("give either --bank N --slot C or --search I");
     int b = 0, c = 0, i = 0;
     if (bank) {
-        b = args.intValue(QStringLiteral("--bank"), 1, BankCount);
-        if (!args.has(QStringLiteral("--slot")))
+        b = args.intValue(QStringLiteral("bank"), 1, BankCount);
+        if (!args.has(QStringLiteral("slot")))
             throw UsageError("--bank needs --slot C");
-        c = args.intValue(QStringLiteral("--slot"), 1, ChansPerBank);
+        c = args.intValue(QStringLiteral("slot"), 1, ChansPerBank);
     } else {
-        if (args.has(QStringLiteral("--slot")))
+        if (args.has(QStringLiteral("slot")))
             throw UsageError("--slot goes with --bank");
-        i = args.intValue(QStringLiteral("--search"), 1, SearchCount);
+        i = args.intValue(QStringLiteral("search"), 1, SearchCount);
     }
     AppContext& ctx = env.load();
     const int p = env.selectProfile(args);
@@ -48,7 +44,14 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration reg({"set", "set [--profile P] (--bank N --slot C | --search I) LINE",
+const CommandRegistration reg({"set",
+                               nullptr,
+                               "Set one channel (--bank N --slot C) or search range (--search I)",
+                               {kProfileOption,
+                                {"bank", "N", "The channel's bank, 1-10"},
+                                {"slot", "C", "The channel's slot in its bank, 1-20"},
+                                {"search", "I", "The search range, 1-10"}},
+                               {{"LINE", "The record as the files store it, without its key"}},
                                run});
 
 } // namespace

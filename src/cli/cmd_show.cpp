@@ -8,14 +8,8 @@ namespace kestrel::cli {
 
 namespace {
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs, {QStringLiteral("--profile"), QStringLiteral("--bank")},
-                    {QStringLiteral("--search"), QStringLiteral("--all")});
-    if (!args.positional().isEmpty())
-        throw UsageError("show takes no positional arguments");
-    const Target target = parseTarget(args, true);
-    AppContext& ctx = env.load();
-    const ProfileRec& profile = ctx.Profiles[env.selectProfile(args)];
+int run(Env& env, const Args& args) {
+    const auto [ctx, profile, target] = env.select(args, true);
     auto showBank = [&](int b) {
         for (int c = 1; c <= ChansPerBank; ++c)
             out(Num3(ChannelNumber(b, c)) + QLatin1Char(',') +
@@ -37,7 +31,12 @@ int run(Env& env, const QStringList& rawArgs) {
     return env.finish();
 }
 
-const CommandRegistration reg({"show", "show [--profile P] (--bank N | --search | --all)", run});
+const CommandRegistration reg({"show",
+                               nullptr,
+                               "Print the channels of a bank or every bank, or the search ranges",
+                               targetOptions(true),
+                               {},
+                               run});
 
 } // namespace
 } // namespace kestrel::cli

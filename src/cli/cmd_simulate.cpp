@@ -28,20 +28,14 @@ void onSignal(int) {
     [[maybe_unused]] const ssize_t n = ::write(g_signalPipe[1], &c, 1);
 }
 
-int run(Env&, const QStringList& rawArgs) {
-    const Args args(
-        rawArgs,
-        {QStringLiteral("--cable"), QStringLiteral("--link"), QStringLiteral("--stop-after")},
-        {QStringLiteral("--split")});
-    if (!args.positional().isEmpty())
-        throw UsageError("simulate takes no positional arguments");
+int run(Env&, const Args& args) {
     ScannerSimulator::Options opt;
-    if (args.has(QStringLiteral("--cable")))
-        opt.cable = args.intValue(QStringLiteral("--cable"), 2, 3);
-    if (args.has(QStringLiteral("--stop-after")))
-        opt.stopAfter = args.intValue(QStringLiteral("--stop-after"), 0, 1'000'000);
-    opt.split = args.has(QStringLiteral("--split"));
-    const QString linkPath = args.value(QStringLiteral("--link"));
+    if (args.has(QStringLiteral("cable")))
+        opt.cable = args.intValue(QStringLiteral("cable"), 2, 3);
+    if (args.has(QStringLiteral("stop-after")))
+        opt.stopAfter = args.intValue(QStringLiteral("stop-after"), 0, 1'000'000);
+    opt.split = args.has(QStringLiteral("split"));
+    const QString linkPath = args.value(QStringLiteral("link"));
     if (!linkPath.isEmpty()) {
         const QFileInfo info(linkPath);
         if (info.exists() && !info.isSymLink())
@@ -86,7 +80,15 @@ int run(Env&, const QStringList& rawArgs) {
 }
 
 const CommandRegistration
-    reg({"simulate", "simulate [--cable 2|3] [--link PATH] [--stop-after N] [--split]", run});
+    reg({"simulate",
+         nullptr,
+         "Act as a scanner on a pseudo-terminal until interrupted",
+         {{"cable", "2|3", "The cable type to answer as"},
+          {"link", "PATH", "Also reach the terminal through a symbolic link at PATH"},
+          {"stop-after", "N", "Stop answering after N frames"},
+          {"split", nullptr, "Send each answer in several pieces"}},
+         {},
+         run});
 
 } // namespace
 } // namespace kestrel::cli

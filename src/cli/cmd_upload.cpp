@@ -25,15 +25,9 @@ void drawBar(int done, int total, const QString& what) {
     std::fflush(stderr);
 }
 
-int run(Env& env, const QStringList& rawArgs) {
-    const Args args(rawArgs,
-                    {QStringLiteral("--profile"), QStringLiteral("--bank"),
-                     QStringLiteral("--port"), QStringLiteral("--cable")},
-                    {QStringLiteral("--search"), QStringLiteral("--all")});
-    if (!args.positional().isEmpty())
-        throw UsageError("upload takes no positional arguments");
+int run(Env& env, const Args& args) {
     const Target target = parseTarget(args, true);
-    const QString port = args.value(QStringLiteral("--port"));
+    const QString port = args.value(QStringLiteral("port"));
     if (port.isEmpty())
         throw UsageError("give the port with --port COMn or --port PATH");
     static const QRegularExpression comRe(QStringLiteral("^COM(\\d{1,3})$"),
@@ -42,8 +36,8 @@ int run(Env& env, const QStringList& rawArgs) {
     if (com.hasMatch() && (com.captured(1).toInt() < 1 || com.captured(1).toInt() > 255))
         throw UsageError("--port COMn takes a number from 1 to 255");
     int cable = 0;
-    if (args.has(QStringLiteral("--cable")))
-        cable = args.intValue(QStringLiteral("--cable"), 2, 3);
+    if (args.has(QStringLiteral("cable")))
+        cable = args.intValue(QStringLiteral("cable"), 2, 3);
 
     AppContext& ctx = env.load();
     env.selectProfile(args);
@@ -91,7 +85,15 @@ int run(Env& env, const QStringList& rawArgs) {
 
 const CommandRegistration
     reg({"upload",
-         "upload [--profile P] (--bank N | --search | --all) --port COMn|PATH [--cable 2|3]", run});
+         nullptr,
+         "Send a bank, the search ranges or every bank to the scanner",
+         targetOptions(true) +
+             QList<Option>{{"port", "COMn|PATH", "The serial port: COM1-COM255 or a device path"},
+                           {"cable", "2|3", "The cable type (default: the saved setting)"}},
+         {},
+         run,
+         false,
+         {{kTimedOut, "the scanner did not answer"}}});
 
 } // namespace
 } // namespace kestrel::cli

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QMainWindow>
 #include <QMessageBox>
 
 namespace kestrel {
@@ -39,10 +40,21 @@ QMessageBox::StandardButtons boxButtons(Buttons buttons) {
     return QMessageBox::Ok;
 }
 
+// The window a box belongs over: the active one or, before the window manager has activated
+// any (a message of the link's set-up right after start-up), the visible main window.
+QWidget* dialogParent() {
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && qobject_cast<QMainWindow*>(w))
+            return w;
+    return nullptr;
+}
+
 } // namespace
 
 Answer GuiPrompts::message(const QString& text, const QString& title, Icon icon, Buttons buttons) {
-    QMessageBox box(boxIcon(icon), title, text, boxButtons(buttons), QApplication::activeWindow());
+    QMessageBox box(boxIcon(icon), title, text, boxButtons(buttons), dialogParent());
     switch (box.exec()) {
     case QMessageBox::Yes:
         return Answer::Yes;
@@ -57,7 +69,7 @@ Answer GuiPrompts::message(const QString& text, const QString& title, Icon icon,
 }
 
 std::optional<QString> GuiPrompts::runFileDialog(const FileDialogOptions& options, bool save) {
-    QFileDialog dialog(QApplication::activeWindow(), options.title, options.startDir);
+    QFileDialog dialog(dialogParent(), options.title, options.startDir);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilter(options.pattern);

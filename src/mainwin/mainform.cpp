@@ -48,6 +48,15 @@ MainForm::MainForm(AppContext& ctx, QWidget* parent)
 
 MainForm::~MainForm() = default;
 
+bool MainForm::event(QEvent* event) {
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::Paint && !m_painted) {
+        m_painted = true;
+        Q_EMIT firstPainted();
+    }
+    return handled;
+}
+
 QLineEdit* MainForm::SndBankTxt() const {
     return m_sndBankTxt;
 }

@@ -79,7 +79,15 @@ public:
     // Ends an in-place edit: a pending one is committed, otherwise the box is hidden.
     void finishCellEdit();
 
+Q_SIGNALS:
+    // The window has been painted once. Start-up work that pauses or asks (the scanner link's
+    // set-up) is queued behind this, so that the window is seen first.
+    void firstPainted();
+    // The scanner link's set-up at load has ended, whatever its outcome.
+    void linkSetUpDone();
+
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -150,6 +158,7 @@ private:
     QHash<QString, QAction*> m_items;
     std::function<void(const QUrl&)> m_openUrl;
     bool m_loaded = false;
+    bool m_painted = false;
 
     // The cell being edited in place, fixed when the edit starts.
     struct CellEdit {

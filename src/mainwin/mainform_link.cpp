@@ -187,11 +187,24 @@ void installLink(MainForm& form) {
         });
     });
 
-    // Set-up at load, with the stored port and cable.
+    // Set-up at load, with the stored port and cable. Its pauses and a message about a port in
+    // use come once the window has been painted, from the event loop, so the window is seen at
+    // once and stays painted meanwhile; the uploads and the port choice wait for it to end.
     link->setInDebug(false);
     link->setCommPort(ctx.settings.CommPort);
     link->setCableType(ctx.settings.KestrelCable);
-    link->Initialize();
+    hooks->setUploadItemsEnabled(false);
+    QAction* port = form.menuItem(QStringLiteral("ComPortMenuItem"));
+    port->setEnabled(false);
+    QObject::connect(
+        &form, &MainForm::firstPainted, hooks,
+        [&form, link, hooks, port] {
+            link->Initialize();
+            hooks->setUploadItemsEnabled(true);
+            port->setEnabled(true);
+            Q_EMIT form.linkSetUpDone();
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace kestrel

@@ -2,7 +2,10 @@
 // kestrelctl run as a process: its output, its exit status, and the files it leaves.
 #include "testsupport.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -104,6 +107,109 @@ private Q_SLOTS:
         QTemporaryDir dir;
         QCOMPARE(run(dir.filePath(u"new"_s), args).exitCode, 1);
         QVERIFY(!QFileInfo::exists(dir.filePath(u"new"_s)));
+    }
+    // Every command and sub-command the program lists answers --help and "help" alike, with
+    // each option it accepts on a line.
+    void help_data() {
+        QTest::addColumn<QStringList>("path");
+        const auto words = [](const QStringList& typed) {
+            return lines(runKestrelctl(QStringList{u"--completion-words"_s, u"--"_s} + typed).out);
+        };
+        for (const QString& name : words({})) {
+            if (name.startsWith(u'-') || name == u"help"_s)
+                continue;
+            const QStringList next = words({name});
+            const bool family = !next.isEmpty() && !next.first().startsWith(u'-');
+            for (const QString& sub : family ? next : QStringList{QString()}) {
+                const QStringList path = sub.isEmpty() ? QStringList{name} : QStringList{name, sub};
+                QTest::newRow(qPrintable(path.join(u' '))) << path;
+            }
+            if (family)
+                QTest::newRow(qPrintable(name)) << QStringList{name};
+        }
+    }
+    void help() {
+        QFETCH(QStringList, path);
+        const auto r = runKestrelctl(path + QStringList{u"--help"_s});
+        QCOMPARE(r.exitCode, 0);
+        QVERIFY(r.out.startsWith("usage: kestrelctl " + path.join(u' ').toUtf8() + ' '));
+        const auto viaHelp = runKestrelctl(QStringList{u"help"_s} + path);
+        QVERIFY(viaHelp.exitCode == 0 && viaHelp.out == r.out && viaHelp.err.isEmpty());
+        const auto options =
+            runKestrelctl(QStringList{u"--completion-words"_s, u"--"_s} + path).out;
+        for (const QString& word : lines(options))
+            if (word.startsWith(u"--"_s))
+                QVERIFY2(r.out.contains("\n  " + word.toUtf8() + ' ') ||
+                             r.out.contains(", " + word.toUtf8()),
+                         qPrintable(word));
+    }
+    void programHelpAndVersion() {
+        const auto r = runKestrelctl({u"--help"_s});
+        QCOMPARE(r.exitCode, 0);
+        for (const char* needle : {"\n  show ", "\n  upload ", "\n  help ", "\n  0  success",
+                                   "\n  1  usage error", "\n  2  failure", "\n  3  upload: "})
+            QVERIFY2(r.out.contains(needle), needle);
+        const auto v = runKestrelctl({u"--version"_s});
+        QCOMPARE(v.exitCode, 0);
+        QVERIFY(QRegularExpression(u"^kestrelctl \\d+\\.\\d+\\.\\d+\n$"_s)
+                    .match(QString::fromUtf8(v.out))
+                    .hasMatch());
+    }
+    void unknownNames_data() {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("command") << QStringList{"shwo"}
+                                 << "unknown command 'shwo' (did you mean 'show'?)";
+        QTest::newRow("prefix") << QStringList{"imp", "x.csv"} << "(did you mean 'import-csv'?)";
+        QTest::newRow("far") << QStringList{"frobnicate"} << "unknown command 'frobnicate'\n";
+        QTest::newRow("option") << QStringList{"show", "--bnak", "1"}
+                                << "show: unknown option --bnak (did you mean '--bank'?)";
+        QTest::newRow("global") << QStringList{"--verison"} << "(did you mean '--version'?)";
+        QTest::newRow("help") << QStringList{"help", "exprot-csv"}
+                              << "(did you mean 'export-csv'?)";
+        QTest::newRow("missing value") << QStringList{"show", "--bank"} << "--bank";
+        QTest::newRow("extra argument")
+            << QStringList{"show", "--all", "x"} << "unexpected argument 'x'";
+    }
+    void unknownNames() {
+        QFETCH(QStringList, args);
+        QFETCH(QString, message);
+        const auto r = runKestrelctl(args);
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(QString::fromUtf8(r.err).contains(message), r.err.constData());
+        QVERIFY(r.out.isEmpty());
+    }
+    // The installed completion script, run by bash as it would on a Tab after the words.
+    void bashCompletion_data() {
+        QTest::addColumn<QStringList>("words"); // the last one is the word being completed
+        QTest::addColumn<QStringList>("offered");
+        QTest::newRow("command") << QStringList{"sh"} << QStringList{"show"};
+        QTest::newRow("option") << QStringList{"show", "--b"} << QStringList{"--bank"};
+        QTest::newRow("after global")
+            << QStringList{"--data-dir", "x", "pro"} << QStringList{"profiles"};
+        QTest::newRow("folder") << QStringList{"--data-dir", ""} << QStringList{"sub"};
+        QTest::newRow("file") << QStringList{"export-csv", "-o", "a"} << QStringList{"a.csv"};
+        QTest::newRow("number") << QStringList{"show", "--bank", ""} << QStringList{};
+    }
+    void bashCompletion() {
+        QFETCH(QStringList, words);
+        QFETCH(QStringList, offered);
+        QTemporaryDir cwd;
+        QVERIFY(QDir(cwd.path()).mkdir(u"sub"_s));
+        writeFile(cwd.filePath(u"a.csv"_s), "");
+        QProcess bash;
+        bash.setWorkingDirectory(cwd.path());
+        bash.start(u"bash"_s, QStringList{u"-c"_s,
+                                          u"source \"$0\"; COMP_WORDS=(\"$@\"); "
+                                          "COMP_CWORD=$(($# - 1)); _kestrelctl; "
+                                          "printf '%s\\n' \"${COMPREPLY[@]}\""_s,
+                                          QStringLiteral(KESTRELCTL_COMPLETION),
+                                          qEnvironmentVariable("KESTRELCTL")} +
+                                  words);
+        QVERIFY(bash.waitForFinished(20000) && bash.exitCode() == 0);
+        QStringList reply = lines(bash.readAllStandardOutput());
+        reply.sort();
+        QCOMPARE(reply, offered);
     }
     void writeFailureExits2() {
         QTemporaryDir dir;

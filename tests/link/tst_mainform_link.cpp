@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -43,7 +44,12 @@ struct Rig {
         Load_Profiles(*ctx);
         form = std::make_unique<MainForm>(*ctx);
         link = form->findChild<KestrelComm*>(QStringLiteral("KestrelComm"));
+        // The link is set up once the window has been painted; its pauses shortened.
+        link->setTimeScale(0.01);
+        QSignalSpy setUp(form.get(), &MainForm::linkSetUpDone);
         form->show();
+        if (!setUp.wait(10000))
+            qFatal("the link was not set up");
     }
     QAction* item(const char* name) { return form->menuItem(QString::fromLatin1(name)); }
 };
@@ -78,6 +84,34 @@ private Q_SLOTS:
         QTest::mouseDClick(rig.form->captionLabel(0), Qt::LeftButton);
         QVERIFY(rig.item("DebugCommMenuItem")->isVisible());
         QVERIFY(rig.item("DebugCommMenuItem")->isEnabled());
+    }
+
+    // The window is painted before the link set-up asks about a port that is not there, and
+    // the uploads wait for the set-up to end.
+    void windowBeforeLink() {
+        QTemporaryDir dir;
+        writeFile(dir.filePath(QStringLiteral("Main.ini")),
+                  "[Settings]\nCommPort=4\n[Ports]\nCOM4=" +
+                      dir.filePath(QStringLiteral("none")).toUtf8() + "\n");
+        ScriptedPrompts prompts{Answer::Ok};
+        AppContext ctx(dir.path(), &prompts);
+        Load_Profiles(ctx);
+        MainForm form(ctx);
+        QAction* upload = form.menuItem(QStringLiteral("UploadCurrBankMenuItem"));
+        qsizetype messagesAtPaint = -1;
+        bool uploadAtPaint = true;
+        connect(&form, &MainForm::firstPainted, this, [&] {
+            messagesAtPaint = prompts.messages().size();
+            uploadAtPaint = upload->isEnabled();
+        });
+        QSignalSpy setUp(&form, &MainForm::linkSetUpDone);
+        form.show();
+        QVERIFY(setUp.wait(10000));
+        QCOMPARE(messagesAtPaint, 0);
+        QVERIFY(!uploadAtPaint);
+        QCOMPARE(prompts.messages().size(), 1);
+        QVERIFY(prompts.messages().first().text.startsWith(QStringLiteral("COM4: In Use!")));
+        QVERIFY(upload->isEnabled());
     }
 
     // The current bank goes out with its progress shown; a second upload meanwhile is refused.

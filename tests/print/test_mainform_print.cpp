@@ -7,6 +7,7 @@
 
 #include "core/files.h"
 #include "core/profiles.h"
+#include "link/kestrelcomm.h"
 #include "mainwin/mainform.h"
 #include "print/frmprntprev.h"
 
@@ -45,6 +46,7 @@ private Q_SLOTS:
         MakeBanksDir(ctx);
         Load_Profiles(ctx);
         MainForm form(ctx);
+        form.findChild<KestrelComm*>()->setTimeScale(0.01); // the link's set-up is not tested
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
         // An edit made on the bank panel shows in the printed list.
