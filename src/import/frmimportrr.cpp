@@ -56,8 +56,8 @@ struct BusyCursor {
 void setListEnabled(QWidget* list, bool on) {
     list->setEnabled(on);
     QPalette p = list->palette();
-    p.setColor(QPalette::Base, on ? QColor(Qt::white) : list->window()->palette().color(
-                                                            QPalette::Window));
+    p.setColor(QPalette::Base,
+               on ? QColor(Qt::white) : list->window()->palette().color(QPalette::Window));
     list->setPalette(p);
 }
 
@@ -156,9 +156,9 @@ void FrmImportRR::buildControls() {
     auto* right = new QVBoxLayout;
     m_trunkFrame = new QGroupBox(QStringLiteral("Trunking Information"));
     auto* tg = new QGridLayout(m_trunkFrame);
-    const char* const trs[] = {"System ID:", "Sites:",   "Fleet Map:", "Type:",
-                               "Flavor:",    "Voice:",   "Groups:",    "Updated:",
-                               "WACN:",      "Latitude:", "Longitude:"};
+    const char* const trs[] = {
+        "System ID:", "Sites:",   "Fleet Map:", "Type:",     "Flavor:",   "Voice:",
+        "Groups:",    "Updated:", "WACN:",      "Latitude:", "Longitude:"};
     int row = 0;
     for (const char* t : trs) {
         QString name = QString::fromLatin1(t);
@@ -175,8 +175,8 @@ void FrmImportRR::buildControls() {
     m_lv1 = new QTreeWidget;
     m_lv1->setObjectName(QStringLiteral("Lv1"));
     m_lv1->setRootIsDecorated(false);
-    m_lv1->setHeaderLabels({QStringLiteral("Base"), QStringLiteral("OffSet"),
-                            QStringLiteral("Step")});
+    m_lv1->setHeaderLabels(
+        {QStringLiteral("Base"), QStringLiteral("OffSet"), QStringLiteral("Step")});
     m_lv1->setMaximumHeight(110);
     bpl->addWidget(m_lv1);
     tg->addWidget(bp, 0, 4, 5, 1);
@@ -205,8 +205,8 @@ void FrmImportRR::buildControls() {
     m_frqChan = valueLabel(QStringLiteral("0"));
     m_import[1] = new QPushButton(QStringLiteral("Import"));
     cg->addWidget(
-        new QLabel(QStringLiteral("Classes: B = Base, M = Mobile, R = Repeater, F = Fixed")), 0,
-        0, 1, 4);
+        new QLabel(QStringLiteral("Classes: B = Base, M = Mobile, R = Repeater, F = Fixed")), 0, 0,
+        1, 4);
     cg->addWidget(new QLabel(QStringLiteral("NOAA SAME FIPS:")), 1, 0);
     cg->addWidget(m_fips, 1, 1);
     cg->addWidget(new QLabel(QStringLiteral("Channels:")), 1, 2);
@@ -757,17 +757,17 @@ void FrmImportRR::showTree(const QString& tag, const QList<TreeNode>& nodes) {
     m_checking = true;
     m_tv->clear();
     m_nodes.clear();
-    const std::function<void(QTreeWidgetItem*, const TreeNode&)> add =
-        [&](QTreeWidgetItem* parent, const TreeNode& n) {
-            auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(m_tv);
-            item->setText(0, n.text);
-            item->setData(0, KeyRole, n.key);
-            item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-            item->setCheckState(0, Qt::Unchecked);
-            m_nodes.insert(n.key, item);
-            for (const TreeNode& c : n.children)
-                add(item, c);
-        };
+    const std::function<void(QTreeWidgetItem*, const TreeNode&)> add = [&](QTreeWidgetItem* parent,
+                                                                           const TreeNode& n) {
+        auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(m_tv);
+        item->setText(0, n.text);
+        item->setData(0, KeyRole, n.key);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        item->setCheckState(0, Qt::Unchecked);
+        m_nodes.insert(n.key, item);
+        for (const TreeNode& c : n.children)
+            add(item, c);
+    };
     for (const TreeNode& n : nodes)
         add(nullptr, n);
     for (int i = 0; i < m_tv->topLevelItemCount(); ++i)
@@ -840,9 +840,8 @@ void FrmImportRR::RRImpShwTrs() {
         TrsTree tree;
         tree.sites = m_client.TrsSites;
         tree.typeI = IsTypeI(m_ctx.errors, m_client.TrsFlavors, m_client.TrsDetails);
-        const qint32 sid = m_client.TrsDetails.sysid.isEmpty() && !tree.sites.isEmpty()
-                               ? tree.sites[0].sid
-                               : 0;
+        const qint32 sid =
+            m_client.TrsDetails.sysid.isEmpty() && !tree.sites.isEmpty() ? tree.sites[0].sid : 0;
         Q_UNUSED(sid)
         for (qsizetype i = 0; i < m_client.TgCats.size(); ++i)
             if (!m_client.getTrsTalkgroups(qint16(i), m_client.TgCats[i].sid,
@@ -1016,10 +1015,9 @@ void FrmImportRR::ImportBtn_Click(int index) {
             if (m_freqSelCnt == 0)
                 return;
             bank.ImportCount = 0;
-            bank.ImportName = m_convLevel == 3
-                                  ? ValidateFName(m_county->currentText()) +
-                                        QStringLiteral("-Conventional")
-                                  : ValidateFName(m_system->currentText());
+            bank.ImportName = m_convLevel == 3 ? ValidateFName(m_county->currentText()) +
+                                                     QStringLiteral("-Conventional")
+                                               : ValidateFName(m_system->currentText());
             bank.Changed = true;
             ImportConvSelection(m_ctx.errors, bank, m_client.Modes, m_conv);
             Q_EMIT bankImported();
@@ -1131,7 +1129,8 @@ void FrmImportRR::ViewMenuItem_Click() {
             m_viewer = new FrmViewXml(m_ctx, this);
             m_viewer->setWindowFlag(Qt::Window);
             m_viewer->setAttribute(Qt::WA_DeleteOnClose);
-            connect(m_viewer.data(), &FrmViewXml::closed, item, [item] { item->setChecked(false); });
+            connect(m_viewer.data(), &FrmViewXml::closed, item,
+                    [item] { item->setChecked(false); });
         }
         m_viewer->FillXML(text);
         m_viewer->show();

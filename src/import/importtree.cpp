@@ -141,14 +141,14 @@ bool IsTypeI(ErrorReporter& errors, const QList<TypTrsFlavor>& flavors, const Ty
 }
 
 QString SiteText(const TypSite& site, int position) {
-    QStringList parts{
-        QStringLiteral("Site #: ") + Num2(position),
-        QStringLiteral("Channels: ") + Num2(int(site.siteFreqs.size())),
-        QStringLiteral("Lat:") + QString::number(site.lat),
-        QStringLiteral("Lon:") + QString::number(site.lon),
-        QStringLiteral("FCC: ") +
-            SpcStr(site.siteLicenses.isEmpty() ? QStringLiteral("?????") : site.siteLicenses[0],
-                   7)};
+    QStringList parts{QStringLiteral("Site #: ") + Num2(position),
+                      QStringLiteral("Channels: ") + Num2(int(site.siteFreqs.size())),
+                      QStringLiteral("Lat:") + QString::number(site.lat),
+                      QStringLiteral("Lon:") + QString::number(site.lon),
+                      QStringLiteral("FCC: ") + SpcStr(site.siteLicenses.isEmpty()
+                                                           ? QStringLiteral("?????")
+                                                           : site.siteLicenses[0],
+                                                       7)};
     if (!site.siteNeighbors.isEmpty())
         parts << QStringLiteral("Nbrs:") + site.siteNeighbors;
     if (!site.siteDescr.isEmpty())
@@ -156,8 +156,8 @@ QString SiteText(const TypSite& site, int position) {
     if (!site.siteNotes.isEmpty())
         parts << QStringLiteral("Note:") + site.siteNotes;
     if (site.zoneNumber != 0 || !site.zoneDescr.isEmpty())
-        parts << QStringLiteral("Zn:") + QString::number(site.zoneNumber) +
-                     QStringLiteral(" > ") + site.zoneDescr;
+        parts << QStringLiteral("Zn:") + QString::number(site.zoneNumber) + QStringLiteral(" > ") +
+                     site.zoneDescr;
     if (site.splinter)
         parts << QStringLiteral("S+");
     if (site.rebanded)
@@ -180,8 +180,8 @@ QString TalkgroupText(const TypTalkgroup& tg, bool typeI) {
 QList<TreeNode> TrsTreeNodes(const TrsTree& tree) {
     QList<TreeNode> nodes;
     if (!tree.sites.isEmpty()) {
-        TreeNode top{NodeKey(1), QStringLiteral("Sites: ") + QString::number(tree.sites.size()),
-                     {}};
+        TreeNode top{
+            NodeKey(1), QStringLiteral("Sites: ") + QString::number(tree.sites.size()), {}};
         for (int i = 0; i < tree.sites.size(); ++i) {
             TreeNode sn{NodeKey(1, i + 1), SiteText(tree.sites[i], i + 1), {}};
             const auto& freqs = tree.sites[i].siteFreqs;
@@ -192,15 +192,15 @@ QList<TreeNode> TrsTreeNodes(const TrsTree& tree) {
         nodes.append(top);
     }
     if (!tree.tgCats.isEmpty()) {
-        TreeNode top{NodeKey(2), QStringLiteral("TalkGroups: ") +
-                                     QString::number(tree.talkgroupCount()),
+        TreeNode top{NodeKey(2),
+                     QStringLiteral("TalkGroups: ") + QString::number(tree.talkgroupCount()),
                      {}};
         for (int i = 0; i < tree.tgCats.size(); ++i) {
             TreeNode cn{NodeKey(2, i + 1), tree.tgCats[i].tgCname, {}};
             const auto& tgs = tree.tgCats[i].Talkgroups;
             for (int k = 0; k < tgs.size(); ++k)
-                cn.children.append({NodeKey(2, i + 1, k + 1), TalkgroupText(tgs[k], tree.typeI),
-                                    {}});
+                cn.children.append(
+                    {NodeKey(2, i + 1, k + 1), TalkgroupText(tgs[k], tree.typeI), {}});
             top.children.append(cn);
         }
         nodes.append(top);
@@ -225,9 +225,9 @@ QList<QStringList> BandPlanRows(const TypTrsDetails& d, const QList<TypSite>& si
     const bool own = SitesHaveBandplans(sites);
     if (own && site < 0)
         return {{QStringLiteral("Click"), QStringLiteral("Site#"), QStringLiteral("To Fill")}};
-    const QList<TypBandplan>& plan =
-        own && site < sites.size() && !sites[site].bandplan.isEmpty() ? sites[site].bandplan
-                                                                      : d.bandplan;
+    const QList<TypBandplan>& plan = own && site < sites.size() && !sites[site].bandplan.isEmpty()
+                                         ? sites[site].bandplan
+                                         : d.bandplan;
     QList<QStringList> rows;
     for (const TypBandplan& b : plan)
         rows.append({b.base, b.offset, b.spacing});

@@ -70,9 +70,9 @@ int ImportConvSelection(ErrorReporter& errors, BankRec& bank, const QList<TypMod
 struct TrsTree {
     QList<TypSite> sites;
     QList<QList<bool>> siteFreqSel; // per site, per frequency
-    QList<TypTgCat> tgCats;          // with their talk groups
-    QList<QList<bool>> tgSel;        // per category, per talk group
-    bool typeI = false;              // ids shown as subfleets
+    QList<TypTgCat> tgCats;         // with their talk groups
+    QList<QList<bool>> tgSel;       // per category, per talk group
+    bool typeI = false;             // ids shown as subfleets
     int talkgroupCount() const;
 };
 
