@@ -14,7 +14,9 @@ const CommandRegistration
          "one record a line, ids first, tab-separated",
          rrFamilyOptions(),
          {},
-         nullptr});
+         nullptr,
+         false,
+         {{kRRLoginRefused, "the service refused the user name or password"}}});
 
 } // namespace
 } // namespace kestrel::cli

@@ -24,9 +24,7 @@ const CommandRegistration
          "frequencies (freq SCID FID, megahertz)",
          {},
          {{"AID", "The agency's id (see rr state or rr county)"}},
-         run,
-         false,
-         rrExits()});
+         run});
 
 } // namespace
 } // namespace kestrel::cli

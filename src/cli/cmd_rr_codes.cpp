@@ -35,9 +35,7 @@ const CommandRegistration
          "types), flavor, voice, service (radio service codes)",
          {},
          {},
-         run,
-         false,
-         rrExits()});
+         run});
 
 } // namespace
 } // namespace kestrel::cli

@@ -14,7 +14,7 @@ int run(Env& env, const Args& args) {
 }
 
 const CommandRegistration
-    reg({"rr", "countries", "Print the countries: id, name, code", {}, {}, run, false, rrExits()});
+    reg({"rr", "countries", "Print the countries: id, name, code", {}, {}, run});
 
 } // namespace
 } // namespace kestrel::cli

@@ -28,9 +28,7 @@ const CommandRegistration
          "subcategories (subcat CID SCID) and frequencies (freq SCID FID, megahertz)",
          {},
          {{"CTID", "The county's id (see rr state)"}},
-         run,
-         false,
-         rrExits()});
+         run});
 
 } // namespace
 } // namespace kestrel::cli

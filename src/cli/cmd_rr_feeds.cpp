@@ -19,9 +19,7 @@ const CommandRegistration reg({"rr",
                                "mount, password",
                                {},
                                {},
-                               run,
-                               false,
-                               rrExits()});
+                               run});
 
 } // namespace
 } // namespace kestrel::cli

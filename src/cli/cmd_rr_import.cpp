@@ -267,8 +267,7 @@ const CommandRegistration
          {},
          run,
          false,
-         {{kRRTooLong, "rr import: a description is longer than 60 characters; nothing saved"},
-          {kRRLoginRefused, "the service refused the user name or password"}}});
+         {{kRRTooLong, "a description is longer than 60 characters; nothing was saved"}}});
 
 } // namespace
 } // namespace kestrel::cli

@@ -14,14 +14,8 @@ int run(Env& env, const Args& args) {
     return rr.finish();
 }
 
-const CommandRegistration reg({"rr",
-                               "login",
-                               "Log in; print the user name and the subscription's expiry date",
-                               {},
-                               {},
-                               run,
-                               false,
-                               rrExits()});
+const CommandRegistration reg(
+    {"rr", "login", "Log in; print the user name and the subscription's expiry date", {}, {}, run});
 
 } // namespace
 } // namespace kestrel::cli

@@ -26,9 +26,7 @@ const CommandRegistration
          "by its kind (state, county, agency, system) and its id",
          {},
          {{"STID", "The state's id (see rr states)"}},
-         run,
-         false,
-         rrExits()});
+         run});
 
 } // namespace
 } // namespace kestrel::cli

@@ -19,9 +19,7 @@ const CommandRegistration reg({"rr",
                                "Print the states of a country: id, name, code",
                                {},
                                {{"COID", "The country's id (see rr countries)"}},
-                               run,
-                               false,
-                               rrExits()});
+                               run});
 
 } // namespace
 } // namespace kestrel::cli

@@ -47,9 +47,7 @@ const CommandRegistration
          "TGID)",
          {},
          {{"SID", "The trunked system's id (see rr state or rr county)"}},
-         run,
-         false,
-         rrExits()});
+         run});
 
 } // namespace
 } // namespace kestrel::cli

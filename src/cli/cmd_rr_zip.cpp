@@ -26,9 +26,7 @@ const CommandRegistration reg({"rr",
                                "state id, county id",
                                {},
                                {{"ZIP", "The zip code"}},
-                               run,
-                               false,
-                               rrExits()});
+                               run});
 
 } // namespace
 } // namespace kestrel::cli

@@ -28,10 +28,6 @@ QList<Option> rrFamilyOptions() {
     };
 }
 
-QList<ExitStatus> rrExits() {
-    return {{kRRLoginRefused, "the service refused the user name or password"}};
-}
-
 namespace {
 
 // The first line of standard input. Typed at a terminal, it is asked for and not echoed.

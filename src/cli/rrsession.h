@@ -16,8 +16,6 @@ inline constexpr int kRRLoginRefused = 4;
 
 // The family's options, declared once by the family head (cmd_rr.cpp).
 QList<Option> rrFamilyOptions();
-// The statuses every rr command may end with (listed in its --help).
-QList<ExitStatus> rrExits();
 
 class RRSession {
 public:
