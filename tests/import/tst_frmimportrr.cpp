@@ -105,6 +105,9 @@ private Q_SLOTS:
     void zipLoginBuildsFirstTree() {
         logIn(QStringLiteral("12345"));
         QCOMPARE(m_win->CboCountry()->currentText(), QString("United States"));
+        m_win->ZipCodeTxt()->clear();
+        QTest::keyClicks(m_win->ZipCodeTxt(), "12a3.-4"); // letters and signs are dropped
+        QCOMPARE(m_win->ZipCodeTxt()->text(), QString("123.4"));
         QCOMPARE(m_win->CboCountry()->itemText(0), QString(">>>  Select  <<<"));
         QCOMPARE(m_win->CboState()->currentText(), QString("North Province"));
         QCOMPARE(m_win->CboCounty()->currentText(), QString("Ashford"));
@@ -280,6 +283,23 @@ private Q_SLOTS:
         QCOMPARE(m_win->FipsLbl()->text(), QString("000000"));
         for (int i = 0; i < 3; ++i)
             QVERIFY(!m_win->TypeOpt(i)->isChecked());
+    }
+
+    // A service that fails every frequency query: one report, the subcategories stay empty.
+    void frequencyQueriesFail() {
+        logIn();
+        m_server->setReplyHook([](const QByteArray& body) -> std::optional<RRLocalServer::Reply> {
+            if (!body.contains("getSubcatFreqs"))
+                return std::nullopt;
+            return RRLocalServer::Reply{500, "text/plain", "broken", false};
+        });
+        const int before = m_ctx->errors.reportCount();
+        toCounty(QStringLiteral("Ashford"));
+        QCOMPARE(m_ctx->errors.reportCount(), before + 1);
+        QCOMPARE(m_win->treeTag(), QString("StateConv"));
+        QCOMPARE(m_win->node("c1")->childCount(), 3);
+        for (const char* sub : {"c1s1", "c1s2", "c1s3"})
+            QCOMPARE(m_win->node(sub)->childCount(), 0);
     }
 
     // The local-address login: any HTTP answer counts, a refused or silent address does not.
