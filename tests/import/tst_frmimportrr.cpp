@@ -6,6 +6,7 @@
 #include "core/appcontext.h"
 #include "import/frmimportrr.h"
 #include "import/httpprobe.h"
+#include "mainwin/mainform.h"
 #include "webservice/rrclient.h"
 #include "webservice/server/rrlocalserver.h"
 
@@ -316,6 +317,24 @@ private Q_SLOTS:
         QVERIFY(!ProbeHttp(url, 300));
         silent.close();
         QVERIFY(!ProbeHttp(url, 2000));
+    }
+
+    // "&Web Import" opens the window once, checked while it is open; closing marks profile 0.
+    void mainWindowItem() {
+        open();
+        m_win.reset();
+        MainForm form(*m_ctx);
+        QAction* item = form.menuItem("WebImportMenuItem");
+        QVERIFY(item->isEnabled());
+        item->trigger();
+        item->trigger();
+        const auto windows = form.findChildren<FrmImportRR*>();
+        QCOMPARE(windows.size(), 1);
+        QVERIFY(item->isChecked() && windows[0]->isVisible());
+        m_ctx->Profiles[0].Changed = false;
+        windows[0]->close();
+        QVERIFY(!item->isChecked());
+        QVERIFY(m_ctx->Profiles[0].Changed);
     }
 
     void xmlFileCommands() {
