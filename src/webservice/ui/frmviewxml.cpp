@@ -95,6 +95,8 @@ int twipsToPixels(int twips, int dpi) {
 
 bool IsWellFormedXml(const QString& text) {
     QXmlStreamReader reader(text);
+    // Like the document itself: a prefix the reply does not declare is only a part of a name.
+    reader.setNamespaceProcessing(false);
     while (!reader.atEnd())
         reader.readNext();
     return !reader.hasError();
