@@ -13,16 +13,12 @@ namespace kestrel::cli {
 
 namespace {
 
-int run(Env&, const QStringList& rawArgs) {
-    const Args args(rawArgs, {QStringLiteral("--listen"), QStringLiteral("--data")});
-    if (!args.positional().isEmpty())
-        throw UsageError("rr-serve takes no positional arguments");
-
+int run(Env&, const Args& args) {
     // --listen HOST:PORT, HOST or :PORT; loopback and port 9000 unless given.
     QHostAddress address(QHostAddress::LocalHost);
     quint16 port = kRRServeDefaultPort;
-    if (args.has(QStringLiteral("--listen"))) {
-        const QString listen = args.value(QStringLiteral("--listen"));
+    if (args.has(QStringLiteral("listen"))) {
+        const QString listen = args.value(QStringLiteral("listen"));
         const qsizetype colon = listen.lastIndexOf(u':');
         QString host = colon >= 0 ? listen.left(colon) : listen;
         if (host.startsWith(u'[') && host.endsWith(u']'))
@@ -40,9 +36,9 @@ int run(Env&, const QStringList& rawArgs) {
     }
 
     RRDataSet data;
-    if (args.has(QStringLiteral("--data"))) {
+    if (args.has(QStringLiteral("data"))) {
         QString why;
-        if (!data.load(args.value(QStringLiteral("--data")), &why)) {
+        if (!data.load(args.value(QStringLiteral("data")), &why)) {
             err(QStringLiteral("kestrelctl rr-serve: ") + why);
             return Failure;
         }
@@ -61,13 +57,21 @@ int run(Env&, const QStringList& rawArgs) {
         err(QStringLiteral("kestrelctl rr-serve: listening beyond this machine; logins travel "
                            "unencrypted"));
     out(QStringLiteral("Listening on ") + server.baseUrl());
-    if (!args.has(QStringLiteral("--data")))
+    if (!args.has(QStringLiteral("data")))
         out(QStringLiteral("Demo data; log in as \"demo\" with the password \"demo\""));
     std::fflush(stdout);
     return QCoreApplication::exec();
 }
 
-const CommandRegistration reg({"rr-serve", "rr-serve [--listen 127.0.0.1:PORT] [--data DIR]", run});
+const CommandRegistration
+    reg({"rr-serve",
+         nullptr,
+         "Serve the frequency database's web service from demo or own data until interrupted",
+         {{"listen", "HOST:PORT",
+           "Listen there (default 127.0.0.1:9000; port 0 picks a free one, printed)"},
+          {"data", "PATH", "Answer from a JSON file or a folder of them instead of the demo"}},
+         {},
+         run});
 
 } // namespace
 } // namespace kestrel::cli
