@@ -28,6 +28,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSaveFile>
+#include <QSignalBlocker>
 #include <QTextStream>
 #include <QTimer>
 #include <QTreeWidget>
@@ -245,7 +246,12 @@ void FrmImportRR::buildControls() {
     connect(m_tv, &QTreeWidget::itemClicked, this,
             [this](QTreeWidgetItem* item) { TV1_NodeClick(item); });
     connect(m_lv1, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem*, int) {
-        // The band plan ticks are kept by the rows themselves; nothing else reads them.
+        // The ticks stay in the rows; only the count is kept (nothing else reads either).
+        Trap(m_ctx.errors, "FrmImportRR -> LV1_ItemCheck", [&] {
+            m_bandPlanSelCnt = 0;
+            for (int i = 0; i < m_lv1->topLevelItemCount(); ++i)
+                m_bandPlanSelCnt += m_lv1->topLevelItem(i)->checkState(0) == Qt::Checked;
+        });
     });
     connect(m_timer1, &QTimer::timeout, this, &FrmImportRR::Timer1_Timer);
     resize(1000, 640);
@@ -449,7 +455,7 @@ bool FrmImportRR::eventFilter(QObject* watched, QEvent* event) {
                 ZipCodeEnter();
             return true;
         }
-        if (key->key() == Qt::Key_Backspace)
+        if (key->key() == Qt::Key_Backspace || key->key() == Qt::Key_Delete)
             return false;
         const QString text = key->text();
         if (text.isEmpty())
@@ -785,7 +791,7 @@ void FrmImportRR::RRImpShwCnv() {
         BusyCursor busy;
         if (!m_treeLoaded || m_conv.isEmpty()) {
             ConvTree tree = ConvTreeFromCats(m_client.CountyInfo.cats);
-            FetchSubcatFreqs(m_client, m_ctx.errors, tree);
+            FetchSubcatFreqs(m_client, tree, &m_ctx.errors);
             m_conv = tree;
         } else {
             ClearSelected(m_conv);
@@ -799,7 +805,7 @@ void FrmImportRR::RRImpShwAgn() {
     Trap(m_ctx.errors, "RRImpShwAgn", [&] {
         BusyCursor busy;
         ConvTree tree = ConvTreeFromCats(m_client.AgencyInfo.cats);
-        FetchSubcatFreqs(m_client, m_ctx.errors, tree);
+        FetchSubcatFreqs(m_client, tree, &m_ctx.errors);
         m_conv = tree;
         showTree(QStringLiteral("CountyAgency"), ConvTreeNodes(m_conv, m_client.Modes));
         m_treeLoaded = true;
@@ -830,7 +836,9 @@ void FrmImportRR::RRImpShwTrsDet() {
 }
 
 void FrmImportRR::fillBandPlan(int site) {
+    const QSignalBlocker quiet(m_lv1);
     m_lv1->clear();
+    m_bandPlanSelCnt = 0;
     for (const QStringList& row : BandPlanRows(m_details, m_client.TrsSites, site)) {
         auto* item = new QTreeWidgetItem(m_lv1, row);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);

@@ -194,6 +194,7 @@ private:
     int m_freqSelCnt = 0;
     int m_siteChanSelCnt = 0;
     int m_groupSelCnt = 0;
+    int m_bandPlanSelCnt = 0;
     bool m_siteChosen = false;
     int m_chosenSite = -1;
     importtree::ConvTree m_conv;

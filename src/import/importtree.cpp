@@ -60,16 +60,17 @@ ConvTree ConvTreeFromCats(const QList<TypCat>& cats) {
     return tree;
 }
 
-bool FetchSubcatFreqs(RRClient& client, ErrorReporter& errors, ConvTree& tree) {
-    const int reports = errors.reportCount();
+bool FetchSubcatFreqs(RRClient& client, ConvTree& tree, ErrorReporter* errors) {
+    const int reports = errors ? errors->reportCount() : 0;
+    const auto healthy = [&] { return !errors || errors->reportCount() == reports; };
     for (ConvCat& cat : tree)
         for (ConvSubcat& sub : cat.subcats) {
             sub.freqs.clear();
-            if (errors.reportCount() == reports && client.getSubcatFreqs(sub.scid))
+            if (healthy() && client.getSubcatFreqs(sub.scid))
                 sub.freqs = client.SubcatFreqs;
             sub.selected = QList<bool>(sub.freqs.size(), false);
         }
-    return errors.reportCount() == reports;
+    return healthy();
 }
 
 QString ConvFreqText(const TypFreq& f, const QList<TypMode>& modes) {
