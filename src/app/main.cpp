@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kestrel-manager: start-up. Prepares the memory image and shows the main window.
 #include "core/appcontext.h"
+#include "core/datalock.h"
+#include "core/filereport.h"
 #include "core/files.h"
 #include "core/profiles.h"
 #include "mainwin/guiprompts.h"
@@ -12,6 +14,11 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+
+namespace {
+// How long the window waits for a command line that is writing to finish.
+constexpr int kLockWaitMs = 5000;
+} // namespace
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -41,7 +48,17 @@ int main(int argc, char** argv) {
     if (const QScreen* screen = QGuiApplication::primaryScreen())
         ctx.screenTwips = screen->size() * 15;
     kestrel::DetectNumberFormat(ctx);
+    // One writer at a time: the window holds the data folder while it runs.
+    kestrel::DataLock lock(ctx.appDir());
+    if (!lock.acquire(kLockWaitMs)) {
+        prompts.message(QStringLiteral("Kestrel Manager cannot start: ") +
+                            kestrel::InUseText(ctx.appDir(), lock.holder()) + QStringLiteral("."),
+                        QStringLiteral("Kestrel Manager"), kestrel::Icon::Critical,
+                        kestrel::Buttons::Ok);
+        return 2;
+    }
     kestrel::MakeBanksDir(ctx);
+    kestrel::RemoveStaleSaves(ctx);
     ctx.registry = kestrel::LoadRegistryValues();
     kestrel::Load_Profiles(ctx);
 
@@ -61,5 +78,6 @@ int main(int argc, char** argv) {
         });
     }
     form.show();
+    kestrel::ReportLoadProblems(ctx);
     return app.exec();
 }

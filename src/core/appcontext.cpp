@@ -23,6 +23,15 @@ void AppContext::setPrompts(Prompts* prompts) {
     errors.setPrompts(m_prompts);
 }
 
+void AppContext::noteWriteFailure(const QString& path, const QString& reason) {
+    failedWrites.append(path);
+    m_writeReasons.insert(path, reason);
+}
+
+QString AppContext::writeFailureReason(const QString& path) const {
+    return m_writeReasons.value(path);
+}
+
 QString AppContext::banksDir() const {
     return m_appDir + QStringLiteral("/Banks");
 }

@@ -7,8 +7,10 @@
 #include "errors.h"
 #include "prompts.h"
 #include "records.h"
+#include "safefile.h"
 #include "settings.h"
 
+#include <QMap>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -53,9 +55,25 @@ public:
     QChar decimalSep = QLatin1Char('.');
     QChar listSep = QLatin1Char(',');
 
-    // Files whose write failed during this run (writes fail silently for the user; the command
-    // line reports them).
+    // Files whose write failed during this run, in order; the window tells the user (see
+    // ReportWriteFailures), the command line exits 2. noteWriteFailure also keeps the reason.
     QStringList failedWrites;
+    void noteWriteFailure(const QString& path, const QString& reason);
+    QString writeFailureReason(const QString& path) const;
+
+    // Files read during a load that were damaged: the file and what could not be read in it.
+    // Reported once per load (ReportLoadProblems); a damaged file is copied aside before a save
+    // first writes over it.
+    struct Damage {
+        QString path;
+        QStringList details;
+    };
+    QList<Damage> loadProblems;
+    QStringList keepBeforeWrite; // absolute paths still to be copied aside
+
+    // Every whole-file write goes through this writer; tests put in one that fails.
+    FileWriter& writer() { return *m_writer; }
+    void setWriter(FileWriter* writer) { m_writer = writer ? writer : &m_plainWriter; }
 
     // Screen size in twips, for window placement. The GUI sets the real one.
     QSize screenTwips{1920 * 15, 1080 * 15};
@@ -64,6 +82,9 @@ private:
     QString m_appDir;
     ScriptedPrompts m_silent;
     Prompts* m_prompts;
+    FileWriter m_plainWriter;
+    FileWriter* m_writer = &m_plainWriter;
+    QMap<QString, QString> m_writeReasons;
 };
 
 // The application folder: the executable's folder when it is writable, otherwise the per-user

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "class_ini.h"
 
+#include "safefile.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStringDecoder>
 
 namespace kestrel {
@@ -34,6 +35,21 @@ void trimRange(QStringView text, qint32 from, qint32 to, qint32& begin, qint32& 
 // Case-insensitive equality; lengths are compared first since most candidates differ there.
 bool sameName(QStringView a, QStringView b) {
     return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+constexpr int kDamagedLinesKept = 10;
+
+// A line no INI writer makes: text that is neither a section, a key, a comment nor blank, or
+// that holds control characters (a file overwritten with binary data, zeros after a crash).
+bool isDamaged(QStringView text, int kind) {
+    for (const QChar c : text) {
+        if (c.unicode() < 0x20 && c != QLatin1Char('\t'))
+            return true;
+    }
+    if (kind != 0) // Kind::Other
+        return false;
+    const QStringView t = text.trimmed();
+    return !t.isEmpty() && t[0] != QLatin1Char(';');
 }
 
 } // namespace
@@ -89,7 +105,9 @@ IniDocument IniDocument::parse(const QByteArray& bytes) {
     const qsizetype firstLf = text.indexOf(QLatin1Char('\n'));
     doc.m_eol = firstLf > 0 && text[firstLf - 1] == QLatin1Char('\r') ? Eol::CrLf : Eol::Lf;
     qsizetype start = 0;
+    int number = 0;
     while (start < n) {
+        ++number;
         qsizetype end = text.indexOf(QLatin1Char('\n'), start);
         Line line;
         line.eol = Eol::Lf;
@@ -104,7 +122,13 @@ IniDocument IniDocument::parse(const QByteArray& bytes) {
         }
         line.begin = qint32(start);
         line.len = qint32(stop - start);
-        scanLine(text.sliced(start, stop - start), line);
+        const QStringView lineText = text.sliced(start, stop - start);
+        scanLine(lineText, line);
+        if (isDamaged(lineText, int(line.kind))) {
+            if (doc.m_damaged.size() < kDamagedLinesKept)
+                doc.m_damaged.append(number);
+            ++doc.m_damagedCount;
+        }
         if (line.kind == Kind::Other && !doc.m_lines.empty() &&
             doc.m_lines.back().kind == Kind::Other) {
             // Join the run: its inner line ends become part of its text, kept as they were.
@@ -231,13 +255,17 @@ QByteArray IniDocument::serialize() const {
 }
 
 bool IniDocument::save(const QString& path) const {
-    if (m_readFailed)
+    FileWriter writer;
+    return save(path, writer, nullptr);
+}
+
+bool IniDocument::save(const QString& path, FileWriter& writer, QString* reason) const {
+    if (m_readFailed) {
+        if (reason)
+            *reason = QStringLiteral("the file could not be read, so it is left as it was");
         return false;
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    f.write(serialize());
-    return f.commit();
+    }
+    return writer.writeFile(path, serialize(), reason);
 }
 
 QString Class_INI::ReadKey(const QString& section, const QString& key) {

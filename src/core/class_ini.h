@@ -7,6 +7,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringView>
 #include <vector>
@@ -38,6 +39,14 @@ public:
     QByteArray serialize() const;
     // Writes the whole document to the path through a temporary file and a rename.
     bool save(const QString& path) const;
+    bool save(const QString& path, class FileWriter& writer, QString* reason) const;
+
+    // The file exists but could not be read (it is never overwritten).
+    bool readFailed() const { return m_readFailed; }
+    // Numbers (from 1) of the lines that are neither a section, a key, a comment nor blank, or
+    // that hold control characters: the first few, and how many there were.
+    const QList<int>& damagedLines() const { return m_damaged; }
+    int damagedLineCount() const { return m_damagedCount; }
 
 private:
     // A line of the file as offsets into m_text. Runs of lines that are neither headers nor keys
@@ -61,7 +70,9 @@ private:
     QString m_text;
     std::vector<Line> m_lines;
     bool m_readFailed = false; // the file is there but could not be read: never overwrite it
-    Eol m_eol = Eol::Lf;       // line end for new lines: the file's own
+    QList<int> m_damaged;
+    int m_damagedCount = 0;
+    Eol m_eol = Eol::Lf; // line end for new lines: the file's own
 };
 
 // The accessor bound to one file path through which single keys are read and written. Each call

@@ -37,6 +37,7 @@ inline constexpr int TypeMismatch = 13;
 inline constexpr int FileNotFound = 53;
 inline constexpr int FileIO = 75;
 inline constexpr int PathNotFound = 76;
+inline constexpr int BadFileFormat = 321;
 } // namespace err
 
 class ErrorReporter {

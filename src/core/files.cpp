@@ -2,6 +2,7 @@
 #include "files.h"
 
 #include "class_ini.h"
+#include "filereport.h"
 #include "freq.h"
 
 #include <QDir>
@@ -53,6 +54,20 @@ void checkBank(qint16 p, int b) {
         throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
 }
 
+// Whether a stored line splits into the number of fields its record has.
+bool hasFields(QStringView line, int fields) {
+    return line.count(QLatin1Char(',')) == fields - 1;
+}
+
+// Notes the keys of a data file that could not be used (the wrong number of fields) and its
+// damaged lines. A missing key is not noted: the save that follows loses nothing of it.
+void noteBadKeys(AppContext& ctx, const QString& path, const IniDocument& doc,
+                 const QStringList& badKeys) {
+    NoteDamagedLines(ctx, path, doc);
+    if (!badKeys.isEmpty())
+        NoteDamage(ctx, path, badKeys.join(QStringLiteral(", ")));
+}
+
 void writeBank(IniDocument& doc, const BankRec& bank) {
     doc.WriteKey(kBankInfo, kRevision, QStringLiteral("1"));
     for (int c = 1; c <= ChansPerBank; ++c)
@@ -74,11 +89,16 @@ void Load_BankInfo(AppContext& ctx, qint16 p, int b, const QString& path) {
         BankRec& bank = ctx.Profiles[p].Banks[b];
         bank.Revision = Validate_Byte(doc.ReadKey(kBankInfo, kRevision), 0, 0, 255);
         s.at(2);
+        QStringList bad;
         for (int c = 1; c <= ChansPerBank; ++c) {
             const QStringView def = ctx.DefChans[ChannelNumber(b, c)];
             const QStringView value = doc.readView(kChnlInfo, channelKey(c));
+            if (!value.isEmpty() && !hasFields(value, 5))
+                bad.append(channelKey(c));
             ParseChannelLine(bank.Chans[c], value.isEmpty() ? def : value, def);
         }
+        s.at(3);
+        noteBadKeys(ctx, path, doc, bad);
     });
 }
 
@@ -90,8 +110,9 @@ void Save_BankInfo(AppContext& ctx, qint16 p, int b, const QString& path) {
         IniDocument doc = IniDocument::load(path); // other keys of the file stay
         writeBank(doc, bank);
         s.at(2);
-        SaveIni(ctx, doc, path); // a failed write is silent for the user
-        bank.Changed = false;
+        // A bank whose file could not be written stays changed, so the next save tries again.
+        if (SaveIni(ctx, doc, path))
+            bank.Changed = false;
     });
 }
 
@@ -101,11 +122,16 @@ void Load_SearchInfo(AppContext& ctx, qint16 p, const QString& path) {
         checkProfile(p);
         const IniDocument doc = IniDocument::load(path);
         ProfileRec& profile = ctx.Profiles[p];
+        QStringList bad;
         for (int i = 1; i <= SearchCount; ++i) {
             const QStringView def = ctx.DefSearch[i];
             const QStringView value = doc.readView(kSrchInfo, searchKey(i));
+            if (!value.isEmpty() && !hasFields(value, 3))
+                bad.append(searchKey(i));
             ParseSearchLine(profile.Searches[i], value.isEmpty() ? def : value, def);
         }
+        s.at(2);
+        noteBadKeys(ctx, path, doc, bad);
     });
 }
 
@@ -133,10 +159,12 @@ QByteArray SearchFileBytes(const ProfileRec& profile) {
 }
 
 bool SaveIni(AppContext& ctx, const IniDocument& doc, const QString& path) {
-    if (doc.save(path))
-        return true;
-    ctx.failedWrites.append(path);
-    return false;
+    if (doc.readFailed()) {
+        ctx.noteWriteFailure(path, QStringLiteral("the file could not be read, so it is left "
+                                                  "as it was"));
+        return false;
+    }
+    return SaveBytes(ctx, doc.serialize(), path);
 }
 
 bool File_Exists(const QString& path, bool isFolder) {

@@ -15,7 +15,8 @@ void Save_SearchInfo(AppContext& ctx, qint16 profile, const QString& path);
 QByteArray BankFileBytes(const BankRec& bank);
 QByteArray SearchFileBytes(const ProfileRec& profile);
 
-// Writes a whole INI document atomically; a failure is noted in ctx.failedWrites.
+// Writes a whole INI document atomically (a damaged file is first copied aside); a failure is
+// noted with its reason in ctx (ctx.failedWrites).
 class IniDocument;
 bool SaveIni(AppContext& ctx, const IniDocument& doc, const QString& path);
 

@@ -2,8 +2,11 @@
 #include "profiles.h"
 
 #include "class_ini.h"
+#include "filereport.h"
 #include "files.h"
 #include "freq.h"
+
+#include <QFileInfo>
 
 namespace kestrel {
 
@@ -93,6 +96,8 @@ void Load_Profiles(AppContext& ctx) {
     Trap(ctx.errors, "ModMain -> Load_Profiles", [&](Stmt& s) {
         s.at(1);
         const IniDocument list = IniDocument::load(ctx.profileListPath());
+        NoteDamagedLines(ctx, ctx.profileListPath(), list);
+        const bool listExists = QFileInfo::exists(ctx.profileListPath());
         for (int p = 0; p < ProfileCount; ++p) {
             s.at(2);
             ProfileRec& profile = ctx.Profiles[p];
@@ -102,6 +107,10 @@ void Load_Profiles(AppContext& ctx) {
             } else {
                 profile.Name = list.ReadKey(kProfilesSec, profileKey(p));
                 if (profile.Name.isEmpty()) {
+                    // A list that is there but lacks the entry has lost the profile's name.
+                    if (listExists && !list.readFailed())
+                        NoteDamage(ctx, ctx.profileListPath(),
+                                   profileKey(p) + QStringLiteral(" missing"));
                     profile.Name = profileKey(p);
                     profile.Changed = true;
                 }
@@ -119,6 +128,7 @@ void Load_Settings(AppContext& ctx, qint16 p, const QString& givenPath) {
         const QString path =
             givenPath.isEmpty() ? ctx.settingsPath(QStringLiteral("kestrel-manager")) : givenPath;
         const IniDocument doc = IniDocument::load(path);
+        NoteDamagedLines(ctx, path, doc);
         s.at(2);
         if (p == 0)
             readProgramSettings(ctx, doc);
@@ -192,8 +202,8 @@ void Save_Settings(AppContext& ctx, qint16 p, const QString& path) {
         }
         s.at(5);
         // The data files are in place before the settings file names them.
-        SaveIni(ctx, doc, path);
-        profile.Changed = false;
+        if (SaveIni(ctx, doc, path))
+            profile.Changed = false;
     });
 }
 

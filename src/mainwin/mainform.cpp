@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "mainform.h"
 
+#include "core/entry.h"
+#include "core/filereport.h"
 #include "core/freq.h"
 #include "core/profiles.h"
 #include "inplaceedit.h"
@@ -150,6 +152,7 @@ void MainForm::buildWidgets() {
     m_descTxt = new InplaceEdit(m_chnlsLv->viewport());
     m_descTxt->setObjectName(QStringLiteral("DescTxt"));
     m_descTxt->refuseCharacters(QStringLiteral(","));
+    m_descTxt->setMaxLength(kDescMax);
     m_descTxt->hide();
 
     const QScreen* screen = QGuiApplication::primaryScreen();
@@ -536,6 +539,14 @@ void MainForm::closeEvent(QCloseEvent* event) {
         s.at(4);
         SaveRegistryValues(m_ctx.registry);
     });
+    // What could not be saved is still in memory: the user may stay and try again.
+    if (!ReportWriteFailures(m_ctx) &&
+        m_ctx.prompts().message(
+            QStringLiteral("Close anyway? What could not be saved will be lost."),
+            QStringLiteral("Kestrel Manager"), Icon::Question, Buttons::YesNo) == Answer::No) {
+        event->ignore();
+        return;
+    }
     event->accept();
 }
 

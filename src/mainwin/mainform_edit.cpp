@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // MainForm: in-place editing of the lists, the profile and bank name boxes, and the lists'
 // pop-up menu.
+#include "core/entry.h"
 #include "core/files.h"
 #include "inplaceedit.h"
 #include "mainform.h"
@@ -108,9 +109,18 @@ void MainForm::commitFreqTxt() {
         if (m_edit.box != m_freqTxt)
             return;
         const CellEdit edit = m_edit;
+        const QString stored = storedEditText();
         m_edit = {};
         m_freqTxt->setPending(false);
         m_freqTxt->hide();
+        QString reason;
+        if (!TypedFreq(m_freqTxt->text(), &reason)) {
+            // The old value stays; the user is told why the new one was not taken.
+            m_freqTxt->setText(stored);
+            m_ctx.prompts().message(reason, QStringLiteral("Kestrel Manager"), Icon::Exclamation,
+                                    Buttons::Ok);
+            return;
+        }
         ProfileRec& profile = m_ctx.Profiles[edit.profile];
         if (edit.list == m_searchLv) {
             m_freqTxt->setText(
@@ -134,9 +144,17 @@ void MainForm::commitDescTxt() {
         if (m_edit.box != m_descTxt)
             return;
         const CellEdit edit = m_edit;
+        const QString stored = storedEditText();
         m_edit = {};
         m_descTxt->setPending(false);
         m_descTxt->hide();
+        QString reason;
+        if (!CheckTypedDesc(m_descTxt->text(), &reason)) {
+            m_descTxt->setText(stored);
+            m_ctx.prompts().message(reason, QStringLiteral("Kestrel Manager"), Icon::Exclamation,
+                                    Buttons::Ok);
+            return;
+        }
         ProfileRec& profile = m_ctx.Profiles[edit.profile];
         if (edit.list == m_searchLv) {
             profile.Searches[edit.row + 1].Desc = m_descTxt->text();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // MainForm: the menu bar, the lists' pop-up menu, and the File, Edit, View and Help commands.
+#include "core/filereport.h"
 #include "inplaceedit.h"
 #include "mainform.h"
 
@@ -218,6 +219,8 @@ void MainForm::runFileCommand(FileCommand command) {
             break;
         }
     });
+    ReportLoadProblems(m_ctx);
+    ReportWriteFailures(m_ctx);
 }
 
 void MainForm::afterProfileLoaded() {
@@ -242,6 +245,7 @@ void MainForm::afterProfileLoaded() {
 void MainForm::runSaveCommand(const char* label, const std::function<void()>& save) {
     finishCellEdit();
     Trap(m_ctx.errors, label, [&] { save(); });
+    ReportWriteFailures(m_ctx);
 }
 
 void MainForm::runEditCommand(EditCommand command, const char* label) {

@@ -2,6 +2,7 @@
 // Wires the organizing tools into the main window: "CS&V Import", "CSV &Export...",
 // "Organize Banks" and "Organize Channels". Each tool window is opened once, not modal; its menu
 // item carries a check mark while it is open.
+#include "core/filereport.h"
 #include "mainform.h"
 
 #include "organize/csvexport.h"
@@ -83,8 +84,8 @@ public:
             s.at(2);
             const QByteArray bytes =
                 search ? SearchCsv(ctx.cur()) : BankCsv(ctx.cur().Banks[ctx.CurBank]);
-            if (!SaveCsvFile(ctx, bytes, *path))
-                throw KestrelError(err::PathNotFound, QStringLiteral("Path not found"));
+            SaveCsvFile(ctx, bytes, *path);
+            ReportWriteFailures(ctx); // the file and the system's reason
         });
     }
 

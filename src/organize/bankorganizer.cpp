@@ -4,6 +4,8 @@
 #include "arrange.h"
 #include "core/files.h"
 
+#include <QFileInfo>
+
 namespace kestrel {
 
 void BankOrganizer::load() {
@@ -63,21 +65,28 @@ bool BankOrganizer::save() {
             return false;
         s.at(1);
         ProfileRec& profile = m_ctx.cur();
-        // A bank that never had a name has no file to load from: its channels move with it.
-        std::array<BankRec, BankCount + 1> before = profile.Banks;
+        // Every bank's channels and edits move with its name: what is only in memory (edits not
+        // yet saved, a bank that has no file yet) is written to its file first. A write that
+        // fails leaves the order as it was.
+        MakeBanksDir(m_ctx);
+        const qsizetype failedBefore = m_ctx.failedWrites.size();
+        for (int b = 1; b <= BankCount; ++b) {
+            const BankRec& bank = profile.Banks[b];
+            const QString path = m_ctx.bankPath(bank.FileName);
+            if (!bank.FileName.isEmpty() && (bank.Changed || !QFileInfo::exists(path)))
+                Save_BankInfo(m_ctx, m_ctx.CurProfile, b, path);
+        }
+        if (m_ctx.failedWrites.size() > failedBefore)
+            return false;
+        s.at(2);
+        // The files now hold what memory holds, so each bank moves whole with its name.
+        const std::array<BankRec, BankCount + 1> before = profile.Banks;
         bool any = false;
         for (int i = 1; i <= BankCount; ++i) {
-            s.at(2);
             BankRec& bank = profile.Banks[i];
-            const QString& name = m_names[i - 1];
-            if (bank.FileName == name)
+            if (bank.FileName == m_names[i - 1])
                 continue;
-            if (name.isEmpty()) {
-                bank = before[m_origin[i - 1]];
-            } else {
-                bank.FileName = name;
-                Load_BankInfo(m_ctx, m_ctx.CurProfile, i, m_ctx.bankPath(name));
-            }
+            bank = before[m_origin[i - 1]];
             // The new order is kept in the profile's settings file on the next save.
             bank.Changed = true;
             profile.Changed = true;

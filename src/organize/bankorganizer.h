@@ -24,8 +24,10 @@ public:
     // Sorts the names by character code (stable) and marks the order changed.
     void sort();
 
-    // Applies the order, when changed: every position whose name differs takes that name and
-    // is loaded from its bank file. True when anything was applied.
+    // Applies the order, when changed: first the banks edited or without a file are written to
+    // their files, then every position whose name differs takes that bank whole. True when
+    // anything was applied; false, with the order kept for another try, when a write failed
+    // (noted in ctx.failedWrites).
     bool save();
 
 private:

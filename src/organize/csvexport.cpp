@@ -1,20 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "csvexport.h"
 
+#include "core/csvreader.h"
 #include "core/freq.h"
-
-#include <QSaveFile>
 
 namespace kestrel {
 
 namespace {
 
-QString field(QString text) {
-    return text.replace(QLatin1Char(','), QLatin1Char(';'));
+QString field(const QString& text) {
+    return CsvQuote(text);
 }
 
 QString mhz(double hz) {
-    // Always six decimals: the import reads the digits without the point as hertz.
+    // Six decimals, as the files write frequencies.
     const double f = ValidateFreq(hz);
     return f == 0 ? FreqToString(0) : QString::number(qRound64(f) / 1e6, 'f', 6);
 }
@@ -43,10 +42,10 @@ QByteArray SearchCsv(const ProfileRec& profile) {
 }
 
 bool SaveCsvFile(AppContext& ctx, const QByteArray& bytes, const QString& path) {
-    QSaveFile f(path);
-    if (f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size() && f.commit())
+    QString reason;
+    if (ctx.writer().writeOutput(path, bytes, &reason))
         return true;
-    ctx.failedWrites.append(path);
+    ctx.noteWriteFailure(path, reason);
     return false;
 }
 

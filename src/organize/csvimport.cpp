@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "csvimport.h"
 
-#include "core/class_ini.h"
-#include "core/files.h"
+#include "core/entry.h"
+#include "core/filereport.h"
 #include "core/freq.h"
 #include "core/prompts.h"
 
 #include <QDir>
-#include <QFile>
-#include <QSaveFile>
 
 namespace kestrel {
 
@@ -17,20 +15,55 @@ const char* const kCsvSearchTmpFile = "SeachBankTmp.SKE";
 
 namespace {
 
-const QChar kComma = QLatin1Char(',');
-
 [[noreturn]] void subscriptOutOfRange() {
     throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
 }
 
-QByteArray readAll(const QString& path) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        throw KestrelError(err::FileNotFound, QStringLiteral("File not found"));
-    return f.readAll();
+[[noreturn]] void badLine(int number, const QString& what) {
+    throw KestrelError(err::BadFileFormat, QStringLiteral("line ") + QString::number(number) +
+                                               QStringLiteral(": ") + what +
+                                               QStringLiteral("; nothing was imported"));
+}
+
+// The text of one field for one line, checked as the field's kind requires.
+QString fieldText(const CsvTargetField& target, const QStringList& fields, int choice, int number) {
+    if (choice == 0)
+        return QString::fromLatin1(target.def);
+    if (choice < 0 || choice > fields.size())
+        badLine(number, QStringLiteral("there is no column ") + QString::number(choice));
+    const QString& text = fields[choice - 1];
+    QString reason;
+    if (target.kind == CsvValue::Text && !CheckDescLength(text, &reason))
+        badLine(number, reason);
+    return text;
+}
+
+QList<QString> values(CsvMode mode, const QStringList& fields, const QList<int>& choices,
+                      int number) {
+    const QList<CsvTargetField>& targets = CsvFields(mode);
+    if (choices.size() != targets.size())
+        subscriptOutOfRange();
+    QList<QString> out;
+    for (qsizetype i = 0; i < targets.size(); ++i)
+        out.append(fieldText(targets[i], fields, choices[i], number));
+    return out;
 }
 
 } // namespace
+
+const QList<CsvTargetField>& CsvFields(CsvMode mode) {
+    static const QList<CsvTargetField> bank = {
+        {"Description", "UnKnown", CsvValue::Text}, {"Frequency", "102.100000", CsvValue::Freq},
+        {"Delay", "False", CsvValue::Flag},         {"Lock-Out", "False", CsvValue::Flag},
+        {"Priority", "False", CsvValue::Flag},
+    };
+    static const QList<CsvTargetField> search = {
+        {"Description", "UnKnown", CsvValue::Text},
+        {"Lower Frequency", "25.000000", CsvValue::Freq},
+        {"Upper Frequency", "956.000000", CsvValue::Freq},
+    };
+    return mode == CsvMode::Bank ? bank : search;
+}
 
 QString CsvColumnName(int k) {
     if (k == 0)
@@ -38,59 +71,60 @@ QString CsvColumnName(int k) {
     return QStringLiteral("Column ") + QString::number(k);
 }
 
+namespace {
+QStringList defaults(CsvMode mode) {
+    QStringList out;
+    for (const CsvTargetField& f : CsvFields(mode))
+        out.append(QString::fromLatin1(f.def));
+    return out;
+}
+} // namespace
+
 QStringList CsvBankDefaults() {
-    // The default channel line, in the window's field order.
-    const QStringList line = QStringLiteral("102.100000,UnKnown,False,False,False").split(kComma);
-    return {line[1], line[0], line[2], line[3], line[4]};
+    return defaults(CsvMode::Bank);
 }
 
 QStringList CsvSearchDefaults() {
-    return QStringLiteral("UnKnown,25.000000,956.000000").split(kComma);
+    return defaults(CsvMode::Search);
 }
 
-QStringList CsvLines(const QByteArray& bytes) {
-    const QString text = DecodeText(bytes);
-    QStringList lines;
-    qsizetype start = 0;
-    const qsizetype n = text.size();
-    for (qsizetype i = 0; i < n; ++i) {
-        const QChar c = text[i];
-        if (c != QLatin1Char('\n') && c != QLatin1Char('\r'))
-            continue;
-        lines.append(text.mid(start, i - start));
-        if (c == QLatin1Char('\r') && i + 1 < n && text[i + 1] == QLatin1Char('\n'))
-            ++i;
-        start = i + 1;
-    }
-    if (start < n)
-        lines.append(text.mid(start));
-    return lines;
+QStringList CsvSplit(const QString& line) {
+    QStringList fields;
+    if (!SplitCsvFields(line, fields))
+        fields = line.split(QLatin1Char(','));
+    return fields;
 }
 
 int CsvColumnCount(const QString& firstLine) {
-    const QStringList fields = firstLine.split(kComma);
+    const QStringList fields = CsvSplit(firstLine);
     qsizetype count = fields.size();
     if (fields.last().isEmpty())
         --count;
     return int(qMin<qsizetype>(count, kCsvMaxColumns));
 }
 
-double CsvFrequency(const QString& text) {
-    QString digits = text;
-    digits.remove(QLatin1Char('.'));
-    return Validate_Dbl(digits, kBandLowHz, kBandLowHz, kBandHighHz);
+QList<int> CsvHeaderChoices(const QString& firstLine, CsvMode mode) {
+    const QStringList names = CsvSplit(firstLine);
+    QList<int> choices;
+    for (const CsvTargetField& f : CsvFields(mode)) {
+        int column = 0;
+        for (qsizetype k = 0; k < names.size() && k < kCsvChoosable && !column; ++k) {
+            if (names[k].trimmed().compare(QLatin1String(f.header), Qt::CaseInsensitive) == 0)
+                column = int(k) + 1;
+        }
+        if (!column)
+            return {};
+        choices.append(column);
+    }
+    return choices;
 }
 
-QString CsvFieldValue(const QStringList& fields, int choice, const QString& def) {
-    if (choice == 0)
-        return def;
-    if (choice < 0 || choice > fields.size())
-        subscriptOutOfRange();
-    return fields[choice - 1];
+double CsvFrequency(const QString& text) {
+    return FreqToDouble(text);
 }
 
 void CsvShowLine(const QString& line, std::array<QString, kCsvTextBoxes>& boxes) {
-    const QStringList fields = line.split(kComma);
+    const QStringList fields = CsvSplit(line);
     for (int k = 0; k < kCsvTextBoxes; ++k)
         boxes[k] = k < fields.size() ? fields[k] : QString();
     if (fields.size() > kCsvTextBoxes)
@@ -99,37 +133,70 @@ void CsvShowLine(const QString& line, std::array<QString, kCsvTextBoxes>& boxes)
 
 bool CsvImport::open(const QString& path) {
     close();
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
+    m_error.clear();
+    if (!m_reader.open(path)) {
+        m_error = m_reader.error();
         return false;
-    m_lines = CsvLines(f.readAll());
+    }
+    const std::optional<QString> first = m_reader.readLine();
+    if (!first && !m_reader.error().isEmpty()) {
+        m_error = QDir::toNativeSeparators(path) + QStringLiteral(": ") + m_reader.error();
+        return false;
+    }
+    m_first = first.value_or(QString());
+    m_firstPending = first.has_value();
     m_path = path;
-    m_next = 0;
-    m_columns = CsvColumnCount(m_lines.value(0));
+    m_columns = CsvColumnCount(m_first);
     m_open = true;
     return true;
 }
 
 void CsvImport::close() {
     m_open = false;
-    m_lines.clear();
-    m_next = 0;
+    m_reader.close();
+    m_first.clear();
+    m_firstPending = false;
 }
 
 QString CsvImport::nextLine() {
     if (!m_open)
         throw KestrelError(52, QStringLiteral("Bad file name or number"));
-    if (m_next >= m_lines.size())
-        throw KestrelError(62, QStringLiteral("Input past end of file"));
-    return m_lines[m_next++];
+    if (m_firstPending) {
+        m_firstPending = false;
+        return m_first;
+    }
+    if (std::optional<QString> line = m_reader.readLine())
+        return *line;
+    if (!m_reader.error().isEmpty())
+        throw KestrelError(err::BadFileFormat, m_reader.error());
+    throw KestrelError(62, QStringLiteral("Input past end of file"));
 }
 
-QStringList CsvImport::readDataLines(int max) const {
-    // The import reads the file afresh, skipping its header line.
-    QStringList lines = CsvLines(readAll(m_path));
-    if (!lines.isEmpty())
-        lines.removeFirst();
-    return lines.mid(0, max);
+QList<CsvImport::DataLine> CsvImport::readDataLines(int max) const {
+    // The import reads the file afresh, skipping its header line, and stops at the last line
+    // it can use.
+    CsvReader reader;
+    if (!reader.open(m_path))
+        throw KestrelError(err::FileNotFound, reader.error());
+    QList<DataLine> lines;
+    bool header = true;
+    while (lines.size() < max) {
+        const std::optional<QString> line = reader.readLine();
+        if (!line) {
+            if (!reader.error().isEmpty())
+                throw KestrelError(err::BadFileFormat,
+                                   reader.error() + QStringLiteral("; nothing was imported"));
+            break;
+        }
+        if (std::exchange(header, false) || line->trimmed().isEmpty())
+            continue;
+        DataLine data{reader.lineNumber(), {}};
+        QString reason;
+        if (!SplitCsvFields(*line, data.fields, &reason))
+            badLine(data.number, reason);
+        lines.append(data);
+    }
+    return lines;
 }
 
 int CsvImport::importToBank(const QList<int>& choices) {
@@ -142,85 +209,62 @@ int CsvImport::importToBank(const QList<int>& choices) {
             return;
         }
         s.at(2);
-        const QStringList lines = readDataLines(kCsvBankLines);
-        const QStringList defs = CsvBankDefaults();
-        if (choices.size() != kCsvBankFields)
-            subscriptOutOfRange();
         if (m_ctx.CurBank < 1 || m_ctx.CurBank > BankCount)
             subscriptOutOfRange();
+        const QList<DataLine> lines = readDataLines(kCsvBankLines);
         ProfileRec& profile = m_ctx.cur();
         BankRec& bank = profile.Banks[m_ctx.CurBank];
-        int slot = 1;
-        for (const QString& line : lines) {
+        // Built aside first: the bank changes only when every line could be used.
+        auto staged = bank.Chans;
+        int slot = 0;
+        for (const DataLine& line : lines) {
             s.at(3);
-            const QStringList fields = line.split(kComma);
-            ChannelRec& ch = bank.Chans[slot];
-            auto value = [&](int field) {
-                return CsvFieldValue(fields, choices[field], defs[field]);
-            };
-            auto touched = [&] {
-                bank.Changed = true;
-                profile.Changed = true;
-            };
-            ch.Desc = value(0);
-            touched();
-            ch.Freq = CsvFrequency(value(1));
-            touched();
-            ch.Delay = Validate_Bool(value(2), false);
-            touched();
-            ch.Lockout = Validate_Bool(value(3), false);
-            touched();
-            ch.Priority = Validate_Bool(value(4), false);
-            touched();
-            ++slot;
-            ++imported;
+            const QList<QString> v = values(CsvMode::Bank, line.fields, choices, line.number);
+            ChannelRec& ch = staged[++slot];
+            ch.Desc = v[0];
+            ch.Freq = CsvFrequency(v[1]);
+            ch.Delay = Validate_Bool(v[2], false);
+            ch.Lockout = Validate_Bool(v[3], false);
+            ch.Priority = Validate_Bool(v[4], false);
         }
+        s.at(4);
+        bank.Chans = staged;
+        if (slot > 0) {
+            bank.Changed = true;
+            profile.Changed = true;
+        }
+        imported = slot;
     });
     return imported;
 }
 
 int CsvImport::importToSearch(const QList<int>& choices) {
     int imported = 0;
-    QByteArray tmp;
-    bool tmpStarted = false;
-    const bool ok = Trap(m_ctx.errors, "FrmCsvImport -> SearchBtn", [&](Stmt& s) {
+    Trap(m_ctx.errors, "FrmCsvImport -> SearchBtn", [&](Stmt& s) {
         s.at(1);
-        const QStringList lines = readDataLines(kCsvSearchLines);
-        tmpStarted = true;
-        tmp = "[SrchInfo]\r\n";
-        const QStringList defs = CsvSearchDefaults();
-        if (choices.size() != kCsvSearchFields)
-            subscriptOutOfRange();
+        const QList<DataLine> lines = readDataLines(kCsvSearchLines);
         ProfileRec& profile = m_ctx.cur();
-        int i = 1;
-        for (const QString& line : lines) {
+        auto staged = profile.Searches;
+        QByteArray tmp = "[SrchInfo]\r\n";
+        int i = 0;
+        for (const DataLine& line : lines) {
             s.at(2);
-            const QStringList fields = line.split(kComma);
-            SearchRec& range = profile.Searches[i];
+            const QList<QString> v = values(CsvMode::Search, line.fields, choices, line.number);
+            SearchRec& range = staged[++i];
             range.Mark = 0;
-            range.Desc = CsvFieldValue(fields, choices[0], defs[0]);
-            range.Lower = CsvFrequency(CsvFieldValue(fields, choices[1], defs[1]));
-            range.Upper = CsvFrequency(CsvFieldValue(fields, choices[2], defs[2]));
+            range.Desc = v[0];
+            range.Lower = CsvFrequency(v[1]);
+            range.Upper = CsvFrequency(v[2]);
             tmp += "Search" + Num2(i).toLatin1() + "=\r\n";
-            ++i;
-            ++imported;
         }
         s.at(3);
+        profile.Searches = staged;
         profile.Changed = true;
-        return true;
+        imported = i;
+        QDir().mkpath(m_ctx.banksDir());
+        SaveBytes(m_ctx, tmp,
+                  m_ctx.banksDir() + QLatin1Char('/') + QString::fromLatin1(kCsvSearchTmpFile));
     });
-    if (tmpStarted) {
-        // What was started is kept, as far as it got.
-        Trap(m_ctx.errors, "FrmCsvImport -> SearchBtn", [&] {
-            QDir().mkpath(m_ctx.banksDir());
-            const QString path =
-                m_ctx.banksDir() + QLatin1Char('/') + QString::fromLatin1(kCsvSearchTmpFile);
-            QSaveFile f(path);
-            if (!f.open(QIODevice::WriteOnly) || f.write(tmp) != tmp.size() || !f.commit())
-                m_ctx.failedWrites.append(path);
-        });
-    }
-    Q_UNUSED(ok);
     return imported;
 }
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// CSV import into the shown bank or the search ranges, without the window: the open file and its
-// lines, the column count, the value rules of each field, and the two imports.
+// CSV import into the shown bank or the search ranges, without the window: the open file read
+// line by line, the column count, the fields each import fills (a table: target, header name,
+// default, kind of value), the columns named by our own export's header, and the two imports,
+// each all or nothing.
 #pragma once
 
 #include "core/appcontext.h"
+#include "core/csvreader.h"
 
 #include <QList>
 #include <QStringList>
@@ -21,23 +24,33 @@ inline constexpr int kCsvSearchLines = 10; // data lines imported into the searc
 inline constexpr int kCsvBankFields = 5;   // Description, Frequency, Delay, Lock-Out, Priority
 inline constexpr int kCsvSearchFields = 3; // Description, Lower, Upper
 
+// What one target field holds, and so how its text is read.
+enum class CsvValue { Text, Freq, Flag };
+struct CsvTargetField {
+    const char* header; // the column name our export writes for it
+    const char* def;    // the value used with "> Default <"
+    CsvValue kind;
+};
+// The fields an import fills, in the window's order.
+const QList<CsvTargetField>& CsvFields(CsvMode mode);
+
 // "> Default <" for 0, "Column k" for 1..9.
 QString CsvColumnName(int k);
 // Field defaults in field order (bank: "UnKnown", "102.100000", "False", "False", "False").
 QStringList CsvBankDefaults();
 QStringList CsvSearchDefaults();
 
-// The lines of a CSV file's bytes: a UTF-8 byte-order mark is skipped, CRLF, LF and CR all end a
-// line, and a last line end does not start another line.
-QStringList CsvLines(const QByteArray& bytes);
+// The fields of a line as spreadsheets write them; a line whose quotes do not pair is split at
+// every comma.
+QStringList CsvSplit(const QString& line);
 // Fields of the first line, less a trailing empty one, at most 30.
 int CsvColumnCount(const QString& firstLine);
-// The import's frequency rule: every "." removed, the rest read as hertz, empty gives 25 MHz,
-// clamped to 25..956 MHz. "146.520000" is 146,520,000 Hz; "146.52" clamps to 25 MHz.
+// When the first line is the header our export writes (names in any order, any case), the
+// column (from 1) of each field of the mode; otherwise empty.
+QList<int> CsvHeaderChoices(const QString& firstLine, CsvMode mode);
+// A frequency as the rest of the program reads it: megahertz with any number of decimals; out
+// of the band or empty gives 0.
 double CsvFrequency(const QString& text);
-// A field's text for one line: its default for choice 0, else field `choice` (from 1) of the
-// line. Throws when the line has fewer fields.
-QString CsvFieldValue(const QStringList& fields, int choice, const QString& def);
 // Puts field k of the line into box k; throws after filling the boxes when the line has more
 // fields than there are boxes. Boxes beyond the line's fields are emptied.
 void CsvShowLine(const QString& line, std::array<QString, kCsvTextBoxes>& boxes);
@@ -51,34 +64,46 @@ class CsvImport {
 public:
     explicit CsvImport(AppContext& ctx) : m_ctx(ctx) {}
 
-    // Opens the file and counts the columns of its first line. False (nothing open) when it
-    // cannot be read.
+    // Opens the file and reads its first line. False (nothing open) when it cannot be read or
+    // is not text; openError() says why.
     bool open(const QString& path);
     void close();
     bool isOpen() const { return m_open; }
     const QString& fileName() const { return m_path; }
+    const QString& openError() const { return m_error; }
     int columnCount() const { return m_columns; }
+    // The columns our export's header names for each field of the mode; empty when the first
+    // line is not such a header.
+    QList<int> headerChoices(CsvMode mode) const { return CsvHeaderChoices(m_first, mode); }
 
     // The next line of the open file (the first one right after open); throws past the end.
     QString nextLine();
 
     // Fills slots 1, 2, ... of bank CurBank of the current profile from the data lines (at most
-    // 20) after the user agreed to overwrite the bank; choices are the column per field, 0 for
-    // the default. Returns the lines imported; a line that lacks a chosen column ends the
-    // import there (reported), keeping what was imported. -1 when the user said No.
+    // 20, blank lines skipped) after the user agreed to overwrite the bank; choices are the
+    // column per field, 0 for the default. All or nothing: a line that cannot be used is
+    // reported and the bank stays as it was (0 is returned). -1 when the user said No.
     int importToBank(const QList<int>& choices);
     // Fills ranges 1, 2, ... (at most 10) and writes the range keys to "SeachBankTmp.SKE".
     int importToSearch(const QList<int>& choices);
 
 private:
-    QStringList readDataLines(int max) const;
+    struct DataLine {
+        int number;
+        QStringList fields;
+    };
+    // The data lines after the header, at most max; reading stops there. Throws on a line that
+    // cannot be read.
+    QList<DataLine> readDataLines(int max) const;
 
     AppContext& m_ctx;
+    CsvReader m_reader;
     QString m_path;
-    QStringList m_lines;
-    int m_next = 0;
+    QString m_first;
+    bool m_firstPending = false;
     int m_columns = 0;
     bool m_open = false;
+    QString m_error;
 };
 
 } // namespace kestrel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmbankedit.h"
 
+#include "core/filereport.h"
 #include "core/freq.h"
 #include "xfrlistview.h"
 
@@ -55,6 +56,8 @@ FrmBankEdit::FrmBankEdit(AppContext& ctx, QWidget* parent)
             m_saveBtn->setEnabled(false);
             const bool applied = m_organizer.save();
             QApplication::restoreOverrideCursor();
+            if (!ReportWriteFailures(m_ctx))
+                m_saveBtn->setEnabled(m_organizer.changed());
             if (applied)
                 Q_EMIT banksApplied();
         });

@@ -181,7 +181,7 @@ void FrmCsvImport::loadFile(int mode) {
             return;
         s.at(2);
         if (!m_import.open(*path))
-            throw KestrelError(err::FileNotFound, QStringLiteral("File not found"));
+            throw KestrelError(err::BadFileFormat, m_import.openError());
         s.at(3);
         for (QListWidget* list : f.lists) {
             list->clear();
@@ -193,6 +193,10 @@ void FrmCsvImport::loadFile(int mode) {
             }
             list->scrollToTop();
         }
+        // Our own export's header names the columns: they are chosen from it.
+        const QList<int> named = m_import.headerChoices(CsvMode(mode));
+        for (qsizetype i = 0; i < named.size() && i < f.lists.size(); ++i)
+            f.lists[i]->scrollToItem(f.lists[i]->item(named[i]), QAbstractItemView::PositionAtTop);
         for (QLineEdit* box : f.boxes)
             box->clear();
         s.at(4);

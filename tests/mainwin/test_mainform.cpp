@@ -180,8 +180,8 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("after"); // frequency, delay, priority, l/out
         QTest::newRow("locked-out channel gains a frequency")
             << 8 << 0 << "146.52" << QStringList({"146.520000", "True", "False", "False"});
-        QTest::newRow("below the band locks out")
-            << 0 << 0 << "20" << QStringList({"000.000000", "False", "False", "True"});
+        QTest::newRow("0 empties and locks out")
+            << 0 << 0 << "0" << QStringList({"000.000000", "False", "False", "True"});
         QTest::newRow("flags of a scanned channel stay")
             << 0 << 2 << "462.5625" << QStringList({"462.562500", "False", "False", "False"});
     }
@@ -285,14 +285,15 @@ private Q_SLOTS:
         QTableWidget* list = form.SearchLV();
         editCell(list, 0, ColUpper, QStringLiteral("30"));
         editCell(list, 1, ColSrchDesc, QStringLiteral("Low, band"));
-        editCell(list, 2, ColLower, QStringLiteral("1000"));
+        editCell(list, 2, ColLower, QStringLiteral("1000")); // refused: the old value stays
+        QVERIFY(m_prompts->messages().value(0).text.contains(QStringLiteral("25 to 956 MHz")));
         QCOMPARE(cells(list, 0, {1, 2}), QStringList({"25.000000", "30.000000"}));
-        QCOMPARE(cell(list, 2, ColLower), QStringLiteral("000.000000"));
+        QCOMPARE(cell(list, 2, ColLower), QStringLiteral("29.700000"));
         closeForm();
         const auto next = reloaded();
         QCOMPARE(next->Profiles[0].Searches[1].Upper, 30000000.0);
         QCOMPARE(next->Profiles[0].Searches[2].Desc, QStringLiteral("Low band"));
-        QCOMPARE(next->Profiles[0].Searches[3].Lower, 0.0);
+        QCOMPARE(next->Profiles[0].Searches[3].Lower, 29700000.0);
     }
 
     void popUpCommands_data() {

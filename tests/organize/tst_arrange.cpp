@@ -202,12 +202,13 @@ void TestArrange::bankOrganizer() {
     QVERIFY(!org.changed());
     QVERIFY(p.Changed);
     QCOMPARE(f.ctx.errors.reportCount(), 0);
-    // Moved banks are loaded from their files, the one without a file keeps what it has, and
-    // the banks that kept their place keep their unsaved edits.
+    // Every bank moves whole with its name, unsaved edits included, and the banks that kept
+    // their place keep theirs.
     QCOMPARE(p.Banks[1].FileName, QString());
     QCOMPARE(p.Banks[1].Chans[1].Desc, QStringLiteral("only in memory"));
-    QCOMPARE(descs(p.Banks[3].Chans), names("B1-20"));
-    QCOMPARE(p.Banks[4].Chans[2].Desc, QStringLiteral("C2"));
+    QCOMPARE(p.Banks[3].Chans[1].Desc, QStringLiteral("B1"));
+    QCOMPARE(p.Banks[3].Chans[2].Desc, QStringLiteral("edited"));
+    QCOMPARE(p.Banks[4].Chans[3].Desc, QStringLiteral("C3"));
     QCOMPARE(p.Banks[5].FileName, QStringLiteral("E"));
     QCOMPARE(p.Banks[5].Chans[2].Desc, QStringLiteral("edited"));
     for (int b = 1; b <= BankCount; ++b)

@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Nothing lost: failed writes keep the old file, damaged files are reported and kept aside,
+// one writer at a time, typed entries the scanner cannot take are refused.
+#include "core/datalock.h"
+#include "core/entry.h"
+#include "core/filereport.h"
+#include "core/files.h"
+#include "core/profiles.h"
+#include "testsupport.h"
+
+#include <QDir>
+#include <QFileDevice>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace kestrel;
+using namespace kestrel::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A disk that fills up after `room` bytes of a file.
+class FullDiskWriter : public FileWriter {
+public:
+    explicit FullDiskWriter(qint64 room) : m_room(room) {}
+
+protected:
+    qint64 writeBlock(QFileDevice& file, QByteArrayView bytes) override {
+        if (m_room <= 0)
+            return -1;
+        const qint64 n = qMin<qint64>(m_room, bytes.size());
+        m_room -= n;
+        return FileWriter::writeBlock(file, bytes.first(n));
+    }
+
+private:
+    qint64 m_room;
+};
+
+// A bank file with the first n channels only.
+QByteArray numberedBank(int n) {
+    QByteArray b = "[BankInfo]\nRevision=1\n[ChnlInfo]\n";
+    for (int c = 1; c <= n; ++c)
+        b += "Channel" + QByteArray::number(c).rightJustified(2, '0') +
+             "=146.52,C,False,False,False\n";
+    return b;
+}
+
+QStringList leftovers(const QString& dir) {
+    return QDir(dir).entryList({u"*kestrel-save"_s}, QDir::Files | QDir::Hidden);
+}
+
+} // namespace
+
+class TestSafety : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void failedWriteKeepsOldFile_data();
+    void failedWriteKeepsOldFile();
+    void realFullDisk();
+    void staleTempsRemoved();
+    void damagedFileReportedAndKept_data();
+    void damagedFileReportedAndKept();
+    void lockHolderAndStaleLock();
+    void typedEntries_data();
+    void typedEntries();
+};
+
+void TestSafety::failedWriteKeepsOldFile_data() {
+    QTest::addColumn<qint64>("room");
+    QTest::newRow("nothing fits") << qint64(0);
+    QTest::newRow("half fits") << qint64(300);
+}
+
+void TestSafety::failedWriteKeepsOldFile() {
+    QFETCH(qint64, room);
+    QTemporaryDir dir;
+    ScriptedPrompts prompts;
+    AppContext ctx(dir.path(), &prompts);
+    MakeBanksDir(ctx);
+    Load_Profiles(ctx);
+    ctx.Profiles[0].Changed = true;
+    Save_Profiles(ctx); // every file in place
+    const auto before = snapshotTree(dir.path());
+    FullDiskWriter full(room);
+    ctx.setWriter(&full);
+    ctx.Profiles[0].Banks[2].Chans[4].Desc = u"Edited"_s;
+    ctx.Profiles[0].Banks[2].Changed = true;
+    ctx.Profiles[0].Changed = true;
+    Save_Profiles(ctx);
+    QCOMPARE(snapshotTree(dir.path()), before);
+    QVERIFY(leftovers(dir.path() + u"/Banks"_s).isEmpty());
+    QVERIFY(ctx.Profiles[0].Banks[2].Changed); // tried again at the next save
+    QVERIFY2(ctx.failedWrites.size() == 3,     // search file, bank file, settings file
+             qPrintable(ctx.failedWrites.join(u'\n')));
+    QVERIFY(WriteFailureLines(ctx).join(u'\n').contains(u"Bank02.BKE: No space left on device"_s));
+    QVERIFY(!ReportWriteFailures(ctx));
+    QCOMPARE(prompts.messages().size(), 1);
+    QVERIFY(prompts.messages()[0].text.contains(u"Bank02.BKE"_s));
+    ctx.setWriter(nullptr);
+    Save_Profiles(ctx);
+    QVERIFY(ReportWriteFailures(ctx));
+    QVERIFY(readFile(ctx.bankPath(u"Bank02"_s)).contains("Edited"));
+}
+
+void TestSafety::realFullDisk() {
+    QTemporaryDir dir;
+    const QString mnt = dir.filePath(u"small"_s);
+    QDir().mkpath(mnt);
+    if (QProcess::execute(u"mount"_s,
+                          {u"-t"_s, u"tmpfs"_s, u"-o"_s, u"size=64k"_s, u"tmpfs"_s, mnt}) != 0)
+        QSKIP("a small file system cannot be mounted here");
+    const auto unmount = qScopeGuard([&] { QProcess::execute(u"umount"_s, {mnt}); });
+    AppContext ctx(mnt);
+    MakeBanksDir(ctx);
+    BankRec& bank = ctx.Profiles[0].Banks[1];
+    bank.Chans[1].Desc = u"Old"_s;
+    Save_BankInfo(ctx, 0, 1, ctx.bankPath(u"B"_s));
+    const QByteArray old = readFile(ctx.bankPath(u"B"_s));
+    // Fill the disk, then make the bank too big for what is left.
+    QFile filler(mnt + u"/filler"_s);
+    QVERIFY(filler.open(QIODevice::WriteOnly));
+    filler.write(QByteArray(60 * 1024, 'x'));
+    filler.close();
+    bank.Chans[1].Desc = QString(200, u'N');
+    for (int c = 2; c <= ChansPerBank; ++c)
+        bank.Chans[c].Desc = QString(200, u'D');
+    bank.Changed = true;
+    Save_BankInfo(ctx, 0, 1, ctx.bankPath(u"B"_s));
+    QCOMPARE(readFile(ctx.bankPath(u"B"_s)), old);
+    QVERIFY(bank.Changed);
+    QCOMPARE(ctx.failedWrites, QStringList{ctx.bankPath(u"B"_s)});
+    QVERIFY(leftovers(ctx.banksDir()).isEmpty());
+}
+
+void TestSafety::staleTempsRemoved() {
+    QTemporaryDir dir;
+    AppContext ctx(dir.path());
+    MakeBanksDir(ctx);
+    const QStringList killed = {u"Banks/Bank01.BKE~a1B2c3.kestrel-save"_s,
+                                u"Main.ini~Zz9Yy8.kestrel-save"_s};
+    const QStringList mine = {u"Banks/Bank01.BKE.backup"_s, u"notes.kestrel-save"_s};
+    for (const QString& f : killed + mine)
+        writeFile(dir.filePath(f), "x");
+    RemoveStaleSaves(ctx);
+    for (const QString& f : killed)
+        QVERIFY2(!QFile::exists(dir.filePath(f)), qPrintable(f));
+    for (const QString& f : mine)
+        QVERIFY2(QFile::exists(dir.filePath(f)), qPrintable(f));
+}
+
+void TestSafety::damagedFileReportedAndKept_data() {
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("detail");
+    QTest::newRow("bank: a line of six fields")
+        << "Banks/Bank01.BKE"
+        << QByteArray("[BankInfo]\nRevision=1\n[ChnlInfo]\nChannel01=146.52,Tower, north,True,"
+                      "True,True\n")
+        << "Channel01";
+    QTest::newRow("bank: zeros after a crash")
+        << "Banks/Bank03.BKE" << QByteArray("[ChnlInfo]\nChannel01=1").append(40, '\0') << "line 2";
+    QTest::newRow("bank: cut short") << "Banks/Bank02.BKE" << numberedBank(18) + "Channel19=146.5"
+                                     << "Channel19";
+    QTest::newRow("search: junk line")
+        << "Banks/SrchBank00.SKE" << QByteArray("[SrchInfo]\nSearch01=25,30,A\n#?!garbage\n")
+        << "line 3";
+    QTest::newRow("settings: binary")
+        << "Main.ini" << QByteArray("\x89PNG\r\n\x1a\n\0\0", 10) << "line 1";
+    QTest::newRow("profile list: entry lost")
+        << "Profiles.ini" << QByteArray("[Profiles]\nProfile01=Scouts\nProf")
+        << "Profile02 missing";
+}
+
+void TestSafety::damagedFileReportedAndKept() {
+    QFETCH(QString, file);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, detail);
+    QTemporaryDir dir;
+    ScriptedPrompts prompts;
+    AppContext ctx(dir.path(), &prompts);
+    MakeBanksDir(ctx);
+    writeFile(dir.filePath(file), bytes);
+    Load_Profiles(ctx);
+    ReportLoadProblems(ctx);
+    ReportLoadProblems(ctx); // once per load
+    QCOMPARE(prompts.messages().size(), 1);
+    const QString text = prompts.messages()[0].text;
+    QVERIFY2(text.contains(file.section(u'/', -1) + u": "_s) && text.contains(detail),
+             qPrintable(text));
+    QVERIFY(readFile(ctx.errors.logPath()).contains(file.section(u'/', -1).toUtf8()));
+    // The next save writes over it, after keeping the damaged file beside it.
+    for (int p = 0; p < ProfileCount; ++p) {
+        ctx.Profiles[p].Changed = true;
+        for (int b = 1; b <= BankCount; ++b)
+            ctx.Profiles[p].Banks[b].Changed = true;
+    }
+    Save_Profiles(ctx);
+    QVERIFY(ctx.failedWrites.isEmpty());
+    const QFileInfo info(dir.filePath(file));
+    const QStringList copies =
+        info.dir().entryList({info.fileName() + u".damaged-*"_s}, QDir::Files);
+    QCOMPARE(copies.size(), 1);
+    QCOMPARE(readFile(info.dir().filePath(copies[0])), bytes);
+    QVERIFY(readFile(info.filePath()) != bytes);
+    Save_Profiles(ctx); // a copy is kept once
+    QCOMPARE(info.dir().entryList({info.fileName() + u".damaged-*"_s}, QDir::Files).size(), 1);
+}
+
+void TestSafety::lockHolderAndStaleLock() {
+    QTemporaryDir dir;
+    DataLock first(dir.path());
+    QVERIFY(first.acquire(0));
+    DataLock second(dir.path());
+    QVERIFY(!second.acquire(200));
+    QCOMPARE(second.holder(), QFileInfo(QCoreApplication::applicationFilePath()).fileName() +
+                                  u", process "_s +
+                                  QString::number(QCoreApplication::applicationPid()));
+    const QByteArray held = readFile(dir.filePath(QLatin1String(kLockFileName)));
+    first.release();
+    QVERIFY(second.acquire(0));
+    second.release();
+    // A lock left by a process that has ended is taken over.
+    QProcess gone;
+    gone.start(u"true"_s);
+    QVERIFY(gone.waitForStarted());
+    const qint64 pid = gone.processId();
+    QVERIFY(gone.waitForFinished());
+    writeFile(dir.filePath(QLatin1String(kLockFileName)),
+              QByteArray::number(pid) + held.mid(held.indexOf('\n')));
+    DataLock third(dir.path());
+    QVERIFY(third.acquire(0));
+}
+
+void TestSafety::typedEntries_data() {
+    QTest::addColumn<QString>("line"); // a channel line, or "S:" and a search line
+    QTest::addColumn<QString>("refusal");
+    QTest::newRow("good") << "146.52,Fire,True,False,False"
+                          << "";
+    QTest::newRow("empty frequency and 0") << "0,Spare,,,F"
+                                           << "";
+    QTest::newRow("comma in description") << "146.52,Tower, north,True,True,True"
+                                          << "5 fields";
+    QTest::newRow("above the band") << "2000,X,False,False,False"
+                                    << "25 to 956 MHz";
+    QTest::newRow("below the band") << "24.9,X,False,False,False"
+                                    << "25 to 956 MHz";
+    QTest::newRow("not a number") << "146.52MHz,X,False,False,False"
+                                  << "25 to 956 MHz";
+    QTest::newRow("long description") << "146.52," + QString(201, u'x') + ",False,False,False"
+                                      << "200 characters";
+    QTest::newRow("lower-case flag") << "146.52,X,true,False,False"
+                                     << "Priority";
+    QTest::newRow("four fields") << "146.52,X,False,False"
+                                 << "5 fields";
+    QTest::newRow("search good") << "S:25,27.995,Low"
+                                 << "";
+    QTest::newRow("search two fields") << "S:420,450"
+                                       << "3 fields";
+    QTest::newRow("search upper too high") << "S:420,1000,High"
+                                           << "25 to 956 MHz";
+}
+
+void TestSafety::typedEntries() {
+    QFETCH(QString, line);
+    QFETCH(QString, refusal);
+    QString reason;
+    const bool ok = line.startsWith(u"S:"_s) ? CheckSearchLine(line.mid(2), &reason)
+                                             : CheckChannelLine(line, &reason);
+    QCOMPARE(ok, refusal.isEmpty());
+    QVERIFY2(reason.contains(refusal), qPrintable(reason));
+}
+
+QTEST_MAIN(TestSafety)
+#include "tst_safety.moc"
