@@ -1,13 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli.h"
 
+#include "core/filereport.h"
+#include "core/files.h"
 #include "core/memory.h"
 #include "core/profiles.h"
 
+#include <QDir>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
 namespace kestrel::cli {
+
+namespace {
+// How long a command that writes waits for the data folder.
+constexpr int kLockWaitMs = 5000;
+} // namespace
 
 Args::Args(QStringList declared, QStringList flagsSet, QList<QPair<QString, QString>> values,
            QStringList positional)
@@ -51,9 +61,29 @@ QList<Option> targetOptions(bool allowAll) {
 }
 
 AppContext& Env::load() {
+    return loadContext(false);
+}
+
+AppContext& Env::loadForWriting() {
+    return loadContext(true);
+}
+
+AppContext& Env::loadContext(bool writing) {
     m_prompts.setEcho(true);
-    m_ctx = std::make_unique<AppContext>(ResolveAppDir(m_dataDir), &m_prompts);
+    const QString dir = ResolveAppDir(m_dataDir);
+    if (writing) {
+        QDir().mkpath(dir);
+        m_lock = std::make_unique<DataLock>(dir);
+        if (!m_lock->acquire(kLockWaitMs))
+            throw std::runtime_error(InUseText(dir, m_lock->holder()).toStdString());
+    }
+    m_ctx = std::make_unique<AppContext>(dir, &m_prompts);
+    if (writing) {
+        MakeBanksDir(*m_ctx);
+        RemoveStaleSaves(*m_ctx);
+    }
     Load_Profiles(*m_ctx);
+    ReportLoadProblems(*m_ctx, writing);
     return *m_ctx;
 }
 
@@ -73,8 +103,8 @@ Env::Selection Env::select(const Args& args, bool allowAll) {
 }
 
 int Env::finish() {
-    for (const QString& path : m_ctx->failedWrites)
-        err(QStringLiteral("kestrelctl: could not write ") + path);
+    for (const QString& line : WriteFailureLines(*m_ctx))
+        err(QStringLiteral("kestrelctl: could not write ") + line);
     if (!m_ctx->failedWrites.isEmpty() || m_ctx->errors.reportCount() > 0)
         return Failure;
     return Ok;
@@ -121,6 +151,14 @@ CommandRegistration::CommandRegistration(Command c) {
     auto at = std::find_if(list.begin(), list.end(),
                            [&](const Command& other) { return key(other) > key(c); });
     list.insert(at, std::move(c));
+}
+
+int checkOutput(int status) {
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+        return status;
+    err(QStringLiteral("kestrelctl: could not write to standard output: ") +
+        QString::fromLocal8Bit(std::strerror(errno)));
+    return Failure;
 }
 
 void out(const QString& line) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/appcontext.h"
+#include "core/datalock.h"
 #include "core/memory.h"
 
 #include <QList>
@@ -103,8 +104,13 @@ class Env {
 public:
     explicit Env(QString dataDir) : m_dataDir(std::move(dataDir)) {}
 
-    // Makes the context and loads every profile (reads only; creates no file).
+    // Makes the context and loads every profile (reads only; creates no file). Damaged files
+    // are listed on stderr.
     AppContext& load();
+    // The same for a command that writes: first takes the data folder's lock, waiting a few
+    // seconds for the window or another command (throws, exit 2, naming the holder), then
+    // makes the folders and removes what killed saves left.
+    AppContext& loadForWriting();
     AppContext& ctx() { return *m_ctx; }
     ScriptedPrompts& prompts() { return m_prompts; }
 
@@ -126,9 +132,15 @@ public:
 
 private:
     QString m_dataDir;
+    AppContext& loadContext(bool writing);
+
     ScriptedPrompts m_prompts{Answer::Yes};
+    std::unique_ptr<DataLock> m_lock;
     std::unique_ptr<AppContext> m_ctx;
 };
+
+// The exit status once the command is done: Failure when its output could not be written.
+int checkOutput(int status);
 
 void out(const QString& line); // one line to standard output, UTF-8
 void err(const QString& line); // one line to standard error

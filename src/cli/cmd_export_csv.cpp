@@ -5,8 +5,6 @@
 #include "organize/chirpcsv.h"
 #include "organize/csvexport.h"
 
-#include <cstdio>
-
 namespace kestrel::cli {
 
 namespace {
@@ -22,12 +20,8 @@ int run(Env& env, const Args& args) {
     const QByteArray bytes = chirp ? ChirpCsv(profile.Banks[target.bank], target.bank)
                              : target.kind == Target::Bank ? BankCsv(profile.Banks[target.bank])
                                                            : SearchCsv(profile);
-    if (args.has(QStringLiteral("o"))) {
-        SaveCsvFile(ctx, bytes, args.value(QStringLiteral("o")));
-    } else {
-        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-        std::fflush(stdout);
-    }
+    // "-" is standard output; a FIFO or a device is written as a stream.
+    SaveCsvFile(ctx, bytes, args.value(QStringLiteral("o"), QStringLiteral("-")));
     return env.finish();
 }
 

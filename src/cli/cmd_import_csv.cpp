@@ -4,12 +4,10 @@
 // recognised by their header.
 #include "cli.h"
 
-#include "core/files.h"
 #include "core/profiles.h"
 #include "organize/chirpcsv.h"
 #include "organize/csvimport.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace kestrel::cli {
@@ -59,13 +57,15 @@ int runChirp(Env& env, const Args& args, const QString& file) {
             throw UsageError("a CHIRP file fills a bank, not the search ranges");
         bank = target.bank;
     }
-    AppContext& ctx = env.load();
+    const ChirpPlacement placement =
+        byLocation ? ChirpPlacement::ByLocation : ChirpPlacement::ShownBank;
+    AppContext& ctx = env.loadForWriting();
     env.selectProfile(args);
-    QDir().mkpath(ctx.appDir());
-    MakeBanksDir(ctx);
     ctx.CurBank = quint8(bank);
-    const std::optional<ChirpReport> report =
-        ImportChirp(ctx, file, byLocation ? ChirpPlacement::ByLocation : ChirpPlacement::ShownBank);
+    // A file the import cannot use in full is refused before anything changes.
+    if (const QString problem = ChirpProblem(ctx, file, placement); !problem.isEmpty())
+        throw UsageError(qPrintable(problem));
+    const std::optional<ChirpReport> report = ImportChirp(ctx, file, placement);
     Save_Profiles(ctx);
     if (report)
         err(report->text());
@@ -80,15 +80,19 @@ int run(Env& env, const Args& args) {
         throw UsageError("--bank-from-location is for CHIRP files");
     const Target target = parseTarget(args, false);
     const int fields = target.kind == Target::Bank ? kCsvBankFields : kCsvSearchFields;
-    const QList<int> columns = parseColumns(args.value(QStringLiteral("columns")), fields);
+    QList<int> columns = parseColumns(args.value(QStringLiteral("columns")), fields);
     if (!QFileInfo(file).isFile())
         throw UsageError(qPrintable(QStringLiteral("cannot read ") + file));
 
-    AppContext& ctx = env.load();
+    AppContext& ctx = env.loadForWriting();
     env.selectProfile(args);
     CsvImport import(ctx);
     if (!import.open(file))
-        throw UsageError(qPrintable(QStringLiteral("cannot read ") + file));
+        throw UsageError(qPrintable(import.openError()));
+    // Our own export's header chooses the columns, unless they were given.
+    const CsvMode mode = target.kind == Target::Bank ? CsvMode::Bank : CsvMode::Search;
+    if (!args.has(QStringLiteral("columns")) && !import.headerChoices(mode).isEmpty())
+        columns = import.headerChoices(mode);
     // The window offers only the columns its first line has, and at most nine.
     if (import.columnCount() > kCsvChoosable)
         throw UsageError("the first line has more than nine columns");
@@ -97,8 +101,9 @@ int run(Env& env, const Args& args) {
             throw UsageError(qPrintable(QStringLiteral("--columns: the file has ") +
                                         QString::number(import.columnCount()) +
                                         QStringLiteral(" columns")));
-    QDir().mkpath(ctx.appDir());
-    MakeBanksDir(ctx);
+    // A file the import cannot use in full is refused before anything changes.
+    if (const QString problem = import.problem(mode, columns); !problem.isEmpty())
+        throw UsageError(qPrintable(problem));
     int imported = 0;
     if (target.kind == Target::Bank) {
         ctx.CurBank = quint8(target.bank);

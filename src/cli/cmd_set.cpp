@@ -2,11 +2,9 @@
 // kestrelctl set: one channel or search range from a line, then the closing save.
 #include "cli.h"
 
-#include "core/files.h"
+#include "core/entry.h"
 #include "core/memory.h"
 #include "core/profiles.h"
-
-#include <QDir>
 
 namespace kestrel::cli {
 
@@ -28,10 +26,11 @@ int run(Env& env, const Args& args) {
             throw UsageError("--slot goes with --bank");
         i = args.intValue(QStringLiteral("search"), 1, SearchCount);
     }
-    AppContext& ctx = env.load();
+    QString reason;
+    if (!(bank ? CheckChannelLine(line, &reason) : CheckSearchLine(line, &reason)))
+        throw UsageError(qPrintable(reason));
+    AppContext& ctx = env.loadForWriting();
     const int p = env.selectProfile(args);
-    QDir().mkpath(ctx.appDir());
-    MakeBanksDir(ctx);
     // As an in-place edit: the record changes and its bank and profile are marked changed.
     if (bank) {
         Set_Channel(ctx, qint16(b), quint8(c), line);

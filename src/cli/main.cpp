@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
     const Command& c = *inv.command;
     Env env(inv.dataDir);
     try {
-        return c.run(env, *inv.args);
+        return checkOutput(c.run(env, *inv.args));
     } catch (const UsageError& e) {
         const QByteArray bytes = usageFailure(c, QString::fromUtf8(e.what())).toUtf8();
         std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);

@@ -54,13 +54,15 @@ void NoteDamagedLines(AppContext& ctx, const QString& path, const IniDocument& d
     NoteDamage(ctx, path, detail);
 }
 
-void ReportLoadProblems(AppContext& ctx) {
+void ReportLoadProblems(AppContext& ctx, bool log) {
     if (ctx.loadProblems.isEmpty())
         return;
     QString text = QString::fromLatin1(kDamagedFilesText) + QStringLiteral("\n");
     for (const AppContext::Damage& d : ctx.loadProblems) {
         const QString details = d.details.join(QStringLiteral("; "));
-        ctx.errors.LogError(d.path, err::BadFileFormat, QStringLiteral("Damaged file: ") + details);
+        if (log)
+            ctx.errors.LogError(d.path, err::BadFileFormat,
+                                QStringLiteral("Damaged file: ") + details);
         text += QStringLiteral("\n") + QDir::toNativeSeparators(d.path) + QStringLiteral(": ") +
                 details;
     }

@@ -16,7 +16,8 @@ void NoteDamagedLines(AppContext& ctx, const QString& path, const IniDocument& d
 
 // Tells the user which files and lines could not be read since the last report: one entry in
 // Error.log per file and one message listing them all. The list is then empty.
-void ReportLoadProblems(AppContext& ctx);
+// log false: the message only (reading commands create no file).
+void ReportLoadProblems(AppContext& ctx, bool log = true);
 
 // Writes a whole document or file through ctx's writer. A damaged file is first copied aside;
 // a failure is noted with its reason in ctx (see ReportWriteFailures).

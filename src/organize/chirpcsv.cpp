@@ -140,110 +140,131 @@ QString ChirpReport::text() const {
            QStringLiteral(" left over (bank full)");
 }
 
+namespace {
+
+using Banks = decltype(ProfileRec::Banks);
+
+// Reads the whole file into `staged` (the current profile's banks); throws, with the file's
+// line and why, on the first row that cannot be used.
+ChirpReport stage(const AppContext& ctx, const QString& path, ChirpPlacement placement,
+                  Banks& staged) {
+    const bool byLocation = placement == ChirpPlacement::ByLocation;
+    if (!byLocation && (ctx.CurBank < 1 || ctx.CurBank > BankCount))
+        throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+    CsvReader reader;
+    if (!reader.open(path))
+        throw KestrelError(err::FileNotFound, reader.error());
+    const std::optional<QString> header = reader.readLine();
+    if (!header || !IsChirpHeader(*header))
+        throw KestrelError(err::BadFileFormat,
+                           reader.error().isEmpty()
+                               ? QStringLiteral("the file does not begin with CHIRP's header")
+                               : reader.error());
+    // Where each column the import reads stands in this file (-1: absent).
+    const QStringList names = CsvSplit(*header);
+    QList<qsizetype> at;
+    for (const ChirpColumn& column : kColumns) {
+        qsizetype k = -1;
+        for (qsizetype i = 0; i < names.size() && k < 0; ++i)
+            if (names[i].trimmed().compare(QLatin1String(column.name), Qt::CaseInsensitive) == 0)
+                k = i;
+        at.append(column.read ? k : -1);
+    }
+
+    std::bitset<ChannelCount> placed;
+    ChirpReport report;
+    int slot = 0;
+    while (const std::optional<QString> line = reader.readLine()) {
+        if (line->trimmed().isEmpty())
+            continue;
+        const int number = reader.lineNumber();
+        QStringList fields;
+        QString reason;
+        if (!SplitCsvFields(*line, fields, &reason))
+            badRow(number, reason);
+        ChirpRow row;
+        for (qsizetype c = 0; c < at.size(); ++c) {
+            if (at[c] < 0)
+                continue;
+            reason = kColumns[c].read(row, fields.value(at[c]));
+            if (!reason.isEmpty())
+                badRow(number, reason);
+        }
+        if (byLocation && row.location < 0)
+            badRow(number, QStringLiteral("the Location is not a number from 0"));
+        if (row.freq == 0) {
+            ++report.outOfBand;
+            continue;
+        }
+        int bank = ctx.CurBank;
+        int c = slot + 1;
+        if (byLocation) {
+            if (row.location >= ChannelCount) {
+                ++report.leftOver;
+                continue;
+            }
+            if (placed.test(size_t(row.location)))
+                badRow(number, QStringLiteral("Location ") + QString::number(row.location) +
+                                   QStringLiteral(" is given twice"));
+            placed.set(size_t(row.location));
+            bank = BankOfChannel(row.location + 1);
+            c = row.location % ChansPerBank + 1;
+        } else if (slot == ChansPerBank) {
+            ++report.leftOver;
+            continue;
+        } else {
+            ++slot;
+        }
+        ChannelRec& ch = staged[bank].Chans[c];
+        ch.Freq = row.freq;
+        ch.Desc = description(row);
+        ch.Delay = false;
+        ch.Lockout = row.lockout;
+        ch.Priority = row.priority;
+        ch.Mark = 0;
+        staged[bank].Changed = true;
+        ++report.imported;
+    }
+    if (!reader.error().isEmpty())
+        throw KestrelError(err::BadFileFormat,
+                           reader.error() + QStringLiteral("; nothing was imported"));
+    return report;
+}
+
+} // namespace
+
 std::optional<ChirpReport> ImportChirp(AppContext& ctx, const QString& path,
                                        ChirpPlacement placement) {
     return Trap(ctx.errors, "CsvImport -> ImportChirp", [&](Stmt& s) -> std::optional<ChirpReport> {
         s.at(1);
-        const bool byLocation = placement == ChirpPlacement::ByLocation;
-        const QString question =
-            byLocation ? QStringLiteral("OverWrite the channels the file's Locations name, in "
-                                        "every bank?")
-                       : QString::fromLatin1(kCsvOverwriteText);
+        const QString question = placement == ChirpPlacement::ByLocation
+                                     ? QStringLiteral("OverWrite the channels the file's "
+                                                      "Locations name, in every bank?")
+                                     : QString::fromLatin1(kCsvOverwriteText);
         if (ctx.prompts().message(question, QString(), Icon::Question, Buttons::YesNo) !=
             Answer::Yes)
             return std::nullopt;
         s.at(2);
-        if (!byLocation && (ctx.CurBank < 1 || ctx.CurBank > BankCount))
-            throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
-        CsvReader reader;
-        if (!reader.open(path))
-            throw KestrelError(err::FileNotFound, reader.error());
-        const std::optional<QString> header = reader.readLine();
-        if (!header || !IsChirpHeader(*header))
-            throw KestrelError(err::BadFileFormat,
-                               reader.error().isEmpty()
-                                   ? QStringLiteral("the file does not begin with CHIRP's header")
-                                   : reader.error());
-        // Where each column the import reads stands in this file (-1: absent).
-        const QStringList names = CsvSplit(*header);
-        QList<qsizetype> at;
-        for (const ChirpColumn& column : kColumns) {
-            qsizetype k = -1;
-            for (qsizetype i = 0; i < names.size() && k < 0; ++i)
-                if (names[i].trimmed().compare(QLatin1String(column.name), Qt::CaseInsensitive) ==
-                    0)
-                    k = i;
-            at.append(column.read ? k : -1);
-        }
-
-        s.at(3);
         // Built aside first: the profile changes only when every row could be used.
         ProfileRec& profile = ctx.cur();
         auto staged = profile.Banks;
-        std::bitset<ChannelCount> placed;
-        ChirpReport report;
-        int slot = 0;
-        while (const std::optional<QString> line = reader.readLine()) {
-            if (line->trimmed().isEmpty())
-                continue;
-            const int number = reader.lineNumber();
-            QStringList fields;
-            QString reason;
-            if (!SplitCsvFields(*line, fields, &reason))
-                badRow(number, reason);
-            ChirpRow row;
-            for (qsizetype c = 0; c < at.size(); ++c) {
-                if (at[c] < 0)
-                    continue;
-                reason = kColumns[c].read(row, fields.value(at[c]));
-                if (!reason.isEmpty())
-                    badRow(number, reason);
-            }
-            if (byLocation && row.location < 0)
-                badRow(number, QStringLiteral("the Location is not a number from 0"));
-            if (row.freq == 0) {
-                ++report.outOfBand;
-                continue;
-            }
-            int bank = ctx.CurBank;
-            int c = slot + 1;
-            if (byLocation) {
-                if (row.location >= ChannelCount) {
-                    ++report.leftOver;
-                    continue;
-                }
-                if (placed.test(size_t(row.location)))
-                    badRow(number, QStringLiteral("Location ") + QString::number(row.location) +
-                                       QStringLiteral(" is given twice"));
-                placed.set(size_t(row.location));
-                bank = BankOfChannel(row.location + 1);
-                c = row.location % ChansPerBank + 1;
-            } else if (slot == ChansPerBank) {
-                ++report.leftOver;
-                continue;
-            } else {
-                ++slot;
-            }
-            ChannelRec& ch = staged[bank].Chans[c];
-            ch.Freq = row.freq;
-            ch.Desc = description(row);
-            ch.Delay = false;
-            ch.Lockout = row.lockout;
-            ch.Priority = row.priority;
-            ch.Mark = 0;
-            staged[bank].Changed = true;
-            ++report.imported;
-        }
-        if (!reader.error().isEmpty())
-            throw KestrelError(err::BadFileFormat,
-                               reader.error() + QStringLiteral("; nothing was imported"));
-
-        s.at(4);
+        const ChirpReport report = stage(ctx, path, placement, staged);
+        s.at(3);
         profile.Banks = staged;
         if (report.imported > 0)
             profile.Changed = true;
         return report;
     });
+}
+
+QString ChirpProblem(const AppContext& ctx, const QString& path, ChirpPlacement placement) {
+    auto staged = ctx.cur().Banks;
+    try {
+        stage(ctx, path, placement, staged);
+    } catch (const KestrelError& e) {
+        return e.description();
+    }
+    return {};
 }
 
 QByteArray ChirpCsv(const BankRec& bank, int bankNumber) {

@@ -43,6 +43,9 @@ struct ChirpReport {
 std::optional<ChirpReport> ImportChirp(AppContext& ctx, const QString& path,
                                        ChirpPlacement placement);
 
+// Why the import of the file would fail, or empty when it would not; changes nothing.
+QString ChirpProblem(const AppContext& ctx, const QString& path, ChirpPlacement placement);
+
 // The channels of a bank (number 1..10) that hold a frequency, as a CHIRP file. Location is the
 // channel number less one, so that an import by Location puts each back where it was.
 QByteArray ChirpCsv(const BankRec& bank, int bankNumber);

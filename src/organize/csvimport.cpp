@@ -199,6 +199,17 @@ QList<CsvImport::DataLine> CsvImport::readDataLines(int max) const {
     return lines;
 }
 
+QString CsvImport::problem(CsvMode mode, const QList<int>& choices) const {
+    try {
+        const int max = mode == CsvMode::Bank ? kCsvBankLines : kCsvSearchLines;
+        for (const DataLine& line : readDataLines(max))
+            values(mode, line.fields, choices, line.number);
+    } catch (const KestrelError& e) {
+        return e.description();
+    }
+    return {};
+}
+
 int CsvImport::importToBank(const QList<int>& choices) {
     int imported = 0;
     Trap(m_ctx.errors, "FrmCsvImport -> BankBtn", [&](Stmt& s) {

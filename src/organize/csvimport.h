@@ -79,6 +79,10 @@ public:
     // The next line of the open file (the first one right after open); throws past the end.
     QString nextLine();
 
+    // What stops an import with these choices (the file's line and why), or nothing: the lines
+    // are read and checked, nothing changes.
+    QString problem(CsvMode mode, const QList<int>& choices) const;
+
     // Fills slots 1, 2, ... of bank CurBank of the current profile from the data lines (at most
     // 20, blank lines skipped) after the user agreed to overwrite the bank; choices are the
     // column per field, 0 for the default. All or nothing: a line that cannot be used is

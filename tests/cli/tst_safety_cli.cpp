@@ -71,8 +71,6 @@ void TestSafetyCli::malformedLinesRefused_data() {
     QTest::newRow("240 characters")
         << slot + QStringList{"146.52," + QString(240, u'x') + ",False,False,False"}
         << "200 characters";
-    QTest::newRow("out of band") << slot + QStringList{"2000,X,False,False,False"} << "956 MHz";
-    QTest::newRow("flag") << slot + QStringList{"146.52,X,yes,False,False"} << "True or False";
     QTest::newRow("search range") << QStringList{"set", "--search", "3", "420,450"} << "3 fields";
 }
 
