@@ -20,7 +20,7 @@ const char* const kUnwiredItems[] = {
     "OrganizeBanksMenuItem",  "OrganizeChansMenuItem",  "CableTypeMenuItem",
     "ComPortMenuItem",        "DebugCommMenuItem",      "PrintBankMenuItem",
     "UploadAllBanksMenuItem", "UploadCurrBankMenuItem", "UploadSrchBankMenuItem",
-    "DisplayErrorsMenuItem"};
+    "DisplayErrorsMenuItem",  "DatabaseAddressMenuItem"};
 
 // Other names under which the wiring code may ask for an item.
 const struct {
@@ -126,6 +126,7 @@ void MainForm::buildMenus() {
     QAction* debug = addItem(options, QStringLiteral("&Debug Comm"), "DebugCommMenuItem");
     debug->setCheckable(true);
     debug->setVisible(false);
+    addItem(options, QStringLiteral("&Database Address"), "DatabaseAddressMenuItem");
     options->addSeparator();
     addItem(options, QStringLiteral("&Print Current Bank"), "PrintBankMenuItem");
 

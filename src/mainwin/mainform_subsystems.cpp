@@ -9,11 +9,13 @@ namespace kestrel {
 void installLink(MainForm& form); // mainform_link.cpp
 void installOrganize(MainForm& form);
 void installPrint(MainForm& form);
+void installWebUi(MainForm& form);
 
 void MainForm::installSubsystems() {
     installOrganize(*this);
     installLink(*this);
     installPrint(*this);
+    installWebUi(*this);
 }
 
 } // namespace kestrel

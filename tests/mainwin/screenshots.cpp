@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Renders the main window's three panels, with the factory profile, to PNG files for review.
-// Used by tools/screenshots; works on a throw-away data folder.
+// Renders the main window's three panels, with the factory profile, and the database location,
+// XML tree and verify windows to PNG files for review. Used by tools/screenshots; works on a
+// throw-away data folder.
 #include "core/files.h"
 #include "core/profiles.h"
+#include "import/frmverifyrrchan.h"
 #include "mainwin/mainform.h"
+#include "webservice/ui/frmdbaseloc.h"
+#include "webservice/ui/frmviewxml.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QTabBar>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 #include <cstdio>
 
 int main(int argc, char** argv) {
@@ -50,5 +55,44 @@ int main(int argc, char** argv) {
     form.BankTab()->setCurrentIndex(0);
     ok = shoot("ShowAllChanMenuItem", QStringLiteral("all-channels")) && ok;
     ok = shoot("ShowServiceMenuItem", QStringLiteral("service-freqs")) && ok;
+
+    const auto shootWindow = [&](QWidget& w, const QString& name) {
+        w.show();
+        QApplication::processEvents();
+        const QString path = outDir + QLatin1Char('/') + name + suffix + QStringLiteral(".png");
+        const bool saved = w.grab().save(path);
+        std::printf("%s\n", qPrintable(path));
+        w.close();
+        return saved;
+    };
+    {
+        kestrel::FrmDBaseLoc window(ctx, &form);
+        ok = shootWindow(window, QStringLiteral("database-location")) && ok;
+    }
+    {
+        kestrel::FrmViewXml window(ctx);
+        window.FillXML(QStringLiteral(
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?><SOAP-ENV:Envelope "
+            "xmlns:SOAP-ENV=\"http://schemas.xmlsoap.org/soap/envelope/\"><SOAP-ENV:Body>"
+            "<getCountyInfoResponse><return><ctid>1</ctid><countyName>Dane</countyName>"
+            "<!-- county record --></return></getCountyInfoResponse></SOAP-ENV:Body>"
+            "</SOAP-ENV:Envelope>"));
+        window.TV1()->expandAll();
+        ok = shootWindow(window, QStringLiteral("xml-tree")) && ok;
+    }
+    {
+        kestrel::BankRec& bank = ctx.cur().Banks[1];
+        const char* const descs[] = {"Fire-County Fire-Dispatch", "Fire-County Fire-Tac 2",
+                                     "Law-Sheriff-Dispatch- North",
+                                     "Law-Sheriff-Car to Car and Mobile Data Terminals (shared "
+                                     "with the neighbouring county)"};
+        bank.ImportCount = 4;
+        for (int i = 1; i <= 4; ++i) {
+            bank.Chans[size_t(i)].Freq = 154.1e6 + i * 15000;
+            bank.Chans[size_t(i)].Desc = QString::fromLatin1(descs[i - 1]);
+        }
+        kestrel::FrmVerifyRRChan window(ctx, &form);
+        ok = shootWindow(window, QStringLiteral("verify-channels")) && ok;
+    }
     return ok ? 0 : 2;
 }

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// XML tree viewer on a 50 MB reply: filling the tree against parsing the text alone, and opening
+// the one level that holds every record.
+#include "core/appcontext.h"
+#include "webservice/ui/frmviewxml.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+void ensureGuiApp() {
+    static int argc = 1;
+    static char name[] = "kestrel-bench";
+    static char* argv[] = {name, nullptr};
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        new QApplication(argc, argv);
+}
+
+// A search reply of about 50 MB: an envelope, a body, a list of records of some 200 bytes each.
+const QString& bigReply() {
+    static const QString text = [] {
+        QString records;
+        records.reserve(52 * 1024 * 1024);
+        for (int i = 0; records.size() < 50 * 1024 * 1024; ++i)
+            records +=
+                QStringLiteral("<item xsi:type=\"tns:Freq\"><fid>%1</fid><out>154.%2</out>"
+                               "<descr>Fire Dispatch %1</descr><alpha>FD %1</alpha><mode>5</mode>"
+                               "<tone>CSQ</tone></item>")
+                    .arg(i)
+                    .arg(i % 1000, 4, 10, QLatin1Char('0'));
+        return QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?><SOAP-ENV:Envelope>"
+                              "<SOAP-ENV:Body><searchResponse><return>%1</return>"
+                              "</searchResponse></SOAP-ENV:Body></SOAP-ENV:Envelope>")
+            .arg(records);
+    }();
+    return text;
+}
+
+void ViewXmlParseOnly(benchmark::State& state) {
+    const QString& text = bigReply();
+    for (auto _ : state) {
+        QDomDocument doc;
+        benchmark::DoNotOptimize(doc.setContent(text));
+    }
+}
+BENCHMARK(ViewXmlParseOnly)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+void ViewXmlFill(benchmark::State& state) {
+    ensureGuiApp();
+    QTemporaryDir dir;
+    kestrel::AppContext ctx(dir.path());
+    kestrel::FrmViewXml w(ctx);
+    w.show();
+    const QString& text = bigReply();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(w.FillXML(text));
+        QApplication::processEvents();
+    }
+    state.counters["items"] = double(w.TV1()->topLevelItemCount());
+}
+BENCHMARK(ViewXmlFill)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// Opening "searchResponse" turns every record under "return" into a tree item.
+void ViewXmlOpenRecords(benchmark::State& state) {
+    ensureGuiApp();
+    QTemporaryDir dir;
+    kestrel::AppContext ctx(dir.path());
+    kestrel::FrmViewXml w(ctx);
+    w.show();
+    int records = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        w.FillXML(bigReply());
+        QTreeWidget* tree = w.TV1();
+        QTreeWidgetItem* envelope = tree->topLevelItem(1);
+        tree->expandItem(envelope);
+        QTreeWidgetItem* body = envelope->child(0);
+        tree->expandItem(body);
+        QApplication::processEvents();
+        state.ResumeTiming();
+        tree->expandItem(body->child(0));
+        QApplication::processEvents();
+        records = body->child(0)->child(0)->childCount();
+    }
+    state.counters["records"] = records;
+}
+BENCHMARK(ViewXmlOpenRecords)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+} // namespace

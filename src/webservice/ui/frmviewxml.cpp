@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "frmviewxml.h"
+
+#include "core/appcontext.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QHash>
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QThread>
+#include <QTreeWidget>
+#include <QXmlStreamReader>
+#include <functional>
+#include <memory>
+
+namespace kestrel {
+
+namespace {
+
+const QString kFilledTag = QStringLiteral("[-]");
+
+// Small drawn icons for the image keys: a coloured badge with a letter.
+QIcon drawIcon(QColor colour, QChar letter) {
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(colour.darker(140));
+    p.setBrush(colour);
+    p.drawRoundedRect(QRectF(1.5, 1.5, 13, 13), 3, 3);
+    QFont font = p.font();
+    font.setPixelSize(10);
+    font.setBold(true);
+    p.setFont(font);
+    p.setPen(Qt::white);
+    p.drawText(QRect(0, 0, 16, 16), Qt::AlignCenter, QString(letter));
+    return QIcon(pixmap);
+}
+
+const QIcon& iconFor(const QString& image) {
+    static const QHash<QString, QIcon> icons = {
+        {QStringLiteral("node"), drawIcon(QColor(0x2f, 0x6f, 0xb5), u'E')},
+        {QStringLiteral("procinstr"), drawIcon(QColor(0x7a, 0x4f, 0xa8), u'?')},
+        {QStringLiteral("comment"), drawIcon(QColor(0x4b, 0x8f, 0x3a), u'!')},
+        {QStringLiteral("text"), drawIcon(QColor(0x70, 0x70, 0x70), u'T')},
+        {QStringLiteral("attribute"), drawIcon(QColor(0xc0, 0x6a, 0x10), u'@')},
+    };
+    static const QIcon none;
+    const auto it = icons.constFind(image);
+    return it == icons.constEnd() ? none : *it;
+}
+
+// The DOM keeps the XML declaration as a processing instruction whose data is its text
+// ("version='1.0' encoding='UTF-8'"); its pseudo-attributes are read from that text.
+QList<std::pair<QString, QString>> pseudoAttributes(const QString& data) {
+    static const QRegularExpression re(
+        QStringLiteral(R"re(([A-Za-z_][\w.-]*)\s*=\s*(?:"([^"]*)"|'([^']*)'))re"));
+    QList<std::pair<QString, QString>> out;
+    for (auto it = re.globalMatch(data); it.hasNext();) {
+        const auto m = it.next();
+        out.append({m.captured(1), m.capturedLength(2) ? m.captured(2) : m.captured(3)});
+    }
+    return out;
+}
+
+// Runs work on a thread of its own and waits for it with the window still painted; the user's
+// input waits until the work is done. An exception of the work is raised here.
+void runAside(const std::function<void()>& work) {
+    std::exception_ptr failure;
+    QEventLoop loop;
+    std::unique_ptr<QThread> thread(QThread::create([&] {
+        try {
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }));
+    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    thread->start();
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    thread->wait();
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+int twipsToPixels(int twips, int dpi) {
+    return twips * dpi / 1440; // 15 twips to a pixel at 96 dpi
+}
+
+} // namespace
+
+bool IsWellFormedXml(const QString& text) {
+    QXmlStreamReader reader(text);
+    // Like the document itself: a prefix the reply does not declare is only a part of a name.
+    reader.setNamespaceProcessing(false);
+    while (!reader.atEnd())
+        reader.readNext();
+    return !reader.hasError();
+}
+
+FrmViewXml::FrmViewXml(AppContext& ctx, QWidget* parent) : QWidget(parent, Qt::Window), m_ctx(ctx) {
+    setObjectName(QStringLiteral("FrmViewXml"));
+    setWindowTitle(QStringLiteral("View XML Tree"));
+    m_tree = new QTreeWidget(this);
+    m_tree->setObjectName(QStringLiteral("TV1"));
+    m_tree->setHeaderHidden(true);
+    m_tree->setUniformRowHeights(true);
+    connect(m_tree, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) {
+        Trap(m_ctx.errors, "FrmViewXml -> TV1_Expand", [&] { TV1_Expand(item); });
+    });
+    resize(600, 500);
+}
+
+QString FrmViewXml::nextKey(char kind) {
+    int& counter = kind == 'n'   ? m_nodeCount
+                   : kind == 'a' ? m_attrCount
+                   : kind == 't' ? m_textCount
+                                 : m_commentCount;
+    return QLatin1Char(kind) + QString::number(++counter);
+}
+
+QTreeWidgetItem* FrmViewXml::makeItem(const QString& key, const QString& text, const char* image) {
+    auto* item = new QTreeWidgetItem(QStringList{text});
+    const QString imageKey = QString::fromLatin1(image);
+    item->setData(0, KeyRole, key);
+    item->setData(0, ImageRole, imageKey);
+    item->setIcon(0, iconFor(imageKey));
+    if (key.startsWith(u'n') || key.startsWith(u'a'))
+        m_items.insert(key, item);
+    return item;
+}
+
+bool FrmViewXml::FillXML(const QString& xmlText) {
+    if (m_filling)
+        return false; // a reply is being read; the window takes one at a time
+    m_filling = true;
+    const QPointer<FrmViewXml> self(this);
+    const bool filled = Trap(m_ctx.errors, "FrmViewXml -> FillXML", [&](Stmt& s) {
+        s.at(1);
+        // A large reply takes seconds to read: the reading runs aside while the window keeps
+        // painting. The text is checked first, so that a bad one leaves the tree as it was and
+        // the old document is let go before the new one is built.
+        bool wellFormed = false;
+        runAside([&] { wellFormed = IsWellFormedXml(xmlText); });
+        if (!self || !wellFormed)
+            return false;
+        s.at(2);
+        m_tree->clear();
+        m_nodes.clear();
+        m_items.clear();
+        m_nodeCount = m_attrCount = m_textCount = m_commentCount = 0;
+        m_doc = QDomDocument();
+        m_tree->setEnabled(false);
+        QDomDocument doc;
+        bool parsed = false;
+        runAside([&] { parsed = doc.setContent(xmlText); });
+        if (!self)
+            return false;
+        m_tree->setEnabled(true);
+        if (!parsed)
+            return false;
+        m_doc = doc;
+        s.at(3);
+        for (QDomNode node = m_doc.firstChild(); !node.isNull(); node = node.nextSibling()) {
+            if (node.nodeName() == u"#comment") {
+                m_tree->addTopLevelItem(makeItem(nextKey('c'), node.nodeValue(), "comment"));
+                continue;
+            }
+            const QString key = nextKey('n');
+            m_nodes.insert(key, node);
+            m_tree->addTopLevelItem(makeItem(
+                key, node.nodeName(), node.isProcessingInstruction() ? "procinstr" : "node"));
+            AddAttributes(key);
+            AddChildren(key);
+        }
+        return true;
+    });
+    if (self)
+        m_filling = false;
+    return filled;
+}
+
+void FrmViewXml::AddAttributes(const QString& key) {
+    Trap(m_ctx.errors, "FrmViewXml -> AddAttributes", [&] {
+        const QDomNode node = m_nodes.value(key);
+        QTreeWidgetItem* parent = m_items.value(key);
+        if (node.isNull() || !parent)
+            return;
+        QList<std::pair<QString, QString>> attributes;
+        if (node.isProcessingInstruction()) {
+            // Only the document's own declaration has attributes to show.
+            if (node.nodeName() != u"xml" || !node.parentNode().isDocument())
+                return;
+            attributes = pseudoAttributes(node.nodeValue());
+        } else {
+            const QDomNamedNodeMap map = node.attributes();
+            for (int i = 0; i < map.count(); ++i) {
+                const QDomAttr attr = map.item(i).toAttr();
+                attributes.append({attr.name(), attr.value()});
+            }
+        }
+        QList<QTreeWidgetItem*> items;
+        for (const auto& [name, value] : attributes) {
+            const QString attrKey = nextKey('a');
+            if (node.isElement())
+                m_nodes.insert(attrKey, node.toElement().attributeNode(name));
+            QTreeWidgetItem* item = makeItem(attrKey, name, "attribute");
+            item->addChild(makeItem(nextKey('t'), value, "text"));
+            items.append(item);
+        }
+        parent->addChildren(items);
+    });
+}
+
+void FrmViewXml::AddChildren(const QString& key) {
+    Trap(m_ctx.errors, "FrmViewXml -> AddChildren", [&] {
+        const QDomNode node = m_nodes.value(key);
+        QTreeWidgetItem* parent = m_items.value(key);
+        if (node.isNull() || !parent)
+            return;
+        QList<QTreeWidgetItem*> items;
+        for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling()) {
+            const QString name = child.nodeName();
+            if (name == u"#text") {
+                items.append(makeItem(nextKey('t'), child.nodeValue(), "text"));
+            } else if (name == u"#comment") {
+                items.append(makeItem(nextKey('c'), child.nodeValue(), "comment"));
+            } else {
+                const QString childKey = nextKey('n');
+                m_nodes.insert(childKey, child);
+                items.append(makeItem(childKey, name, "node"));
+            }
+        }
+        parent->addChildren(items);
+    });
+}
+
+void FrmViewXml::TV1_Expand(QTreeWidgetItem* item) {
+    if (item->data(0, TagRole).toString() == kFilledTag)
+        return;
+    m_tree->setUpdatesEnabled(false);
+    for (int i = 0; i < item->childCount(); ++i) {
+        const QString childKey = item->child(i)->data(0, KeyRole).toString();
+        if (childKey.startsWith(u'n')) {
+            AddAttributes(childKey);
+            AddChildren(childKey);
+        }
+    }
+    item->setData(0, TagRole, kFilledTag);
+    m_tree->setUpdatesEnabled(true);
+}
+
+void FrmViewXml::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Trap(m_ctx.errors, "FrmViewXml -> Resize", [&] {
+        const int dpi = logicalDpiY();
+        const int left = twipsToPixels(60, dpi);
+        const int top = twipsToPixels(120, dpi);
+        m_tree->setGeometry(left, top, qMax(0, width() - twipsToPixels(195, dpi)),
+                            qMax(0, height() - twipsToPixels(450, dpi)));
+    });
+}
+
+void FrmViewXml::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    Q_EMIT closed();
+}
+
+} // namespace kestrel
