@@ -120,12 +120,13 @@ const ChirpColumn kColumns[] = {
                                                QStringLiteral("; nothing was imported"));
 }
 
-// The description: the name, with the comment after " - " when the whole still fits.
+// The description: the name, with the comment after " - " when the whole still fits. A comma
+// becomes ";": the bank file separates a channel's fields with commas, so a description holding
+// one would not load again.
 QString description(const ChirpRow& row) {
-    if (row.comment.isEmpty())
-        return row.name;
     const QString both = row.name + QStringLiteral(" - ") + row.comment;
-    return both.size() <= kDescMax ? both : row.name;
+    QString desc = row.comment.isEmpty() || both.size() > kDescMax ? row.name : both;
+    return desc.replace(QLatin1Char(','), QLatin1Char(';'));
 }
 
 } // namespace

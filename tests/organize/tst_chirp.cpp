@@ -71,7 +71,7 @@ void TestChirp::windowsImportExportAndBack() {
     QCOMPARE(d.prompts.messages().value(1).text, report(20, 1, 4));
     BankRec& bank = d.ctx.cur().Banks[3];
     QCOMPARE(BankCsv(bank), golden(u"radio-bank3.csv"_s, BankCsv(bank)));
-    QCOMPARE(form.ChnlsLv()->item(2, 2)->text(), u"Fire, East"_s);
+    QCOMPARE(form.ChnlsLv()->item(2, 2)->text(), u"Fire; East"_s); // the bank file splits at ","
 
     // Exported as CHIRP's kind of file, with two channels emptied: they are left out.
     bank.Chans[6].Freq = bank.Chans[11].Freq = 0;
