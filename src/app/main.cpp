@@ -9,6 +9,7 @@
 #include "mainwin/mainform.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 #include <QScreen>
 #include <chrono>
@@ -49,6 +50,7 @@ int main(int argc, char** argv) {
         ctx.screenTwips = screen->size() * 15;
     kestrel::DetectNumberFormat(ctx);
     // One writer at a time: the window holds the data folder while it runs.
+    QDir().mkpath(ctx.appDir());
     kestrel::DataLock lock(ctx.appDir());
     if (!lock.acquire(kLockWaitMs)) {
         prompts.message(QStringLiteral("Kestrel Manager cannot start: ") +

@@ -6,8 +6,8 @@
 #include "core/files.h"
 #include "print/printpage.h"
 
+#include <QBuffer>
 #include <QRegularExpression>
-#include <QSaveFile>
 
 namespace kestrel::cli {
 
@@ -53,18 +53,18 @@ int run(Env& env, const Args& args) {
                           ? parsePages(args.value(QStringLiteral("pages")), pages)
                           : std::pair<qint16, qint16>{1, qint16(pages)};
 
-    QSaveFile file(output);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // Laid out in memory, then written: "-", a FIFO or a device as a stream, a file atomically.
+    QBuffer pdf;
+    pdf.open(QIODevice::WriteOnly);
+    WritePdf(pdf, ctx.errors, table, title, kListMaxRows, from, to, QDateTime::currentDateTime());
+    QString reason;
+    if (!ctx.writer().writeOutput(output, pdf.data(), &reason)) {
         err(QStringLiteral("kestrelctl print: cannot write ") + output + QStringLiteral(": ") +
-            file.errorString());
+            reason);
         return Failure;
     }
-    WritePdf(file, ctx.errors, table, title, kListMaxRows, from, to, QDateTime::currentDateTime());
-    if (!file.commit()) {
-        err(QStringLiteral("kestrelctl print: cannot write ") + output + QStringLiteral(": ") +
-            file.errorString());
-        return Failure;
-    }
+    if (output == QLatin1String("-"))
+        return env.finish(); // standard output holds the PDF only
     out(QStringLiteral("printed pages ") + QString::number(from) + QLatin1Char('-') +
         QString::number(to) + QStringLiteral(" of ") + QString::number(pages) +
         QStringLiteral(" to ") + output);

@@ -208,16 +208,12 @@ void TestSafety::typedEntries_data() {
                                            << "";
     QTest::newRow("above the band") << "2000,X,False,False,False"
                                     << "25 to 956 MHz";
-    QTest::newRow("below the band") << "24.9,X,False,False,False"
-                                    << "25 to 956 MHz";
     QTest::newRow("not a number") << "146.52MHz,X,False,False,False"
                                   << "25 to 956 MHz";
     QTest::newRow("long description") << "146.52," + QString(201, u'x') + ",False,False,False"
                                       << "200 characters";
     QTest::newRow("lower-case flag") << "146.52,X,true,False,False"
                                      << "Priority";
-    QTest::newRow("search good") << "S:25,27.995,Low"
-                                 << "";
     QTest::newRow("search upper too high") << "S:420,1000,High"
                                            << "25 to 956 MHz";
 }
