@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kestrelctl import-csv: a CSV file into a bank or the search ranges, by the import window's
-// rules, with the overwrite question answered Yes; then saves what changed.
+// rules, with the overwrite question answered Yes; then saves what changed. CHIRP's files are
+// recognised by their header.
 #include "cli.h"
 
 #include "core/profiles.h"
+#include "organize/chirpcsv.h"
 #include "organize/csvimport.h"
 
 #include <QFileInfo>
@@ -29,8 +31,53 @@ QList<int> parseColumns(const QString& list, int fields) {
     return columns;
 }
 
+// Whether the file begins with CHIRP's header (an unreadable file is left to the usual checks).
+bool isChirpFile(const QString& file) {
+    CsvReader reader;
+    if (!reader.open(file))
+        return false;
+    const std::optional<QString> first = reader.readLine();
+    return first && IsChirpHeader(*first);
+}
+
+// A CHIRP file: its columns are found by name, its rows go into the bank in file order or, with
+// --bank-from-location, by their Location across the profile's banks.
+int runChirp(Env& env, const Args& args, const QString& file) {
+    if (args.has(QStringLiteral("columns")))
+        throw UsageError("a CHIRP file's columns are found by name: leave out --columns");
+    const bool byLocation = args.has(QStringLiteral("bank-from-location"));
+    int bank = 1;
+    if (byLocation) {
+        if (args.has(QStringLiteral("bank")) || args.has(QStringLiteral("search")))
+            throw UsageError("--bank-from-location places each row by its Location: leave out "
+                             "--bank and --search");
+    } else {
+        const Target target = parseTarget(args, false);
+        if (target.kind != Target::Bank)
+            throw UsageError("a CHIRP file fills a bank, not the search ranges");
+        bank = target.bank;
+    }
+    const ChirpPlacement placement =
+        byLocation ? ChirpPlacement::ByLocation : ChirpPlacement::ShownBank;
+    AppContext& ctx = env.loadForWriting();
+    env.selectProfile(args);
+    ctx.CurBank = quint8(bank);
+    // A file the import cannot use in full is refused before anything changes.
+    if (const QString problem = ChirpProblem(ctx, file, placement); !problem.isEmpty())
+        throw UsageError(qPrintable(problem));
+    const std::optional<ChirpReport> report = ImportChirp(ctx, file, placement);
+    Save_Profiles(ctx);
+    if (report)
+        err(report->text());
+    return env.finish();
+}
+
 int run(Env& env, const Args& args) {
     const QString file = args.positional().first();
+    if (isChirpFile(file))
+        return runChirp(env, args, file);
+    if (args.has(QStringLiteral("bank-from-location")))
+        throw UsageError("--bank-from-location is for CHIRP files");
     const Target target = parseTarget(args, false);
     const int fields = target.kind == Target::Bank ? kCsvBankFields : kCsvSearchFields;
     QList<int> columns = parseColumns(args.value(QStringLiteral("columns")), fields);
@@ -76,8 +123,10 @@ const CommandRegistration
          nullptr,
          "Read a CSV file into a bank or the search ranges and save",
          targetOptions(false) +
-             QList<Option>{{"columns", "LIST",
-                            "The file's column for each field, comma-separated (0: none)"}},
+             QList<Option>{
+                 {"columns", "LIST", "The file's column for each field, comma-separated (0: none)"},
+                 {"bank-from-location", nullptr,
+                  "CHIRP file: row Location n into channel n+1, across banks"}},
          {{"FILE", "The CSV file to read"}},
          run});
 

@@ -27,6 +27,8 @@ std::optional<QString> ScriptedPrompts::openFile(const FileDialogOptions& option
 
 std::optional<QString> ScriptedPrompts::saveFile(const FileDialogOptions& options) {
     m_dialogs.append(options);
+    if (options.chosenFilter && !m_filters.isEmpty())
+        *options.chosenFilter = m_filters.takeFirst();
     return m_files.isEmpty() ? std::nullopt : m_files.takeFirst();
 }
 

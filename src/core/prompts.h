@@ -16,9 +16,11 @@ enum class Answer { Ok, Cancel, Yes, No };
 struct FileDialogOptions {
     QString title;
     QString startDir;   // folder the dialog opens in
-    QString pattern;    // "*.BKE"
+    QString pattern;    // "*.BKE"; or kinds of file to choose from, "CSV (*.csv);;CHIRP (*.csv)"
     QString defaultExt; // "BKE"
     QString presetName; // "Untitled.BKE"
+    // When set, receives the kind of file the user chose (one of those in pattern).
+    QString* chosenFilter = nullptr;
 };
 
 class Prompts {
@@ -48,6 +50,8 @@ public:
     void queueAnswer(Answer a) { m_answers.append(a); }
     // Queued file choices; an empty optional means "cancel". When empty, dialogs are cancelled.
     void queueFile(std::optional<QString> path) { m_files.append(std::move(path)); }
+    // Queued kinds of file, chosen in order by dialogs that offer a choice.
+    void queueFilter(const QString& filter) { m_filters.append(filter); }
     // When set, each message text is also printed to standard error.
     void setEcho(bool echo) { m_echo = echo; }
 
@@ -67,6 +71,7 @@ private:
     bool m_echo = false;
     QList<Answer> m_answers;
     QList<std::optional<QString>> m_files;
+    QList<QString> m_filters;
     QList<Message> m_messages;
     QList<FileDialogOptions> m_dialogs;
 };

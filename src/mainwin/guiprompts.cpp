@@ -79,6 +79,8 @@ std::optional<QString> GuiPrompts::runFileDialog(const FileDialogOptions& option
         dialog.selectFile(options.presetName);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
+    if (options.chosenFilter)
+        *options.chosenFilter = dialog.selectedNameFilter();
     return dialog.selectedFiles().constFirst();
 }
 

@@ -5,6 +5,7 @@
 #include "core/filereport.h"
 #include "mainform.h"
 
+#include "organize/chirpcsv.h"
 #include "organize/csvexport.h"
 #include "organize/frmbankedit.h"
 #include "organize/frmchnledit.h"
@@ -62,7 +63,8 @@ public:
         });
     }
 
-    // Writes the shown bank, or the search ranges on the search tab, to a chosen CSV file.
+    // Writes the shown bank, or the search ranges on the search tab, to a chosen CSV file; a bank
+    // also as a file CHIRP opens, when that kind of file is chosen.
     void csvExport() {
         AppContext& ctx = m_form.ctx();
         Trap(ctx.errors, "MainForm -> CsvExportMenuItem", [&](Stmt& s) {
@@ -73,17 +75,24 @@ public:
             FileDialogOptions dialog;
             dialog.title = QStringLiteral("CSV Export");
             dialog.startDir = ctx.appDir();
-            dialog.pattern = QStringLiteral("*.csv");
+            dialog.pattern = search ? QStringLiteral("*.csv")
+                                    : QString::fromLatin1(kCsvExportFilter) + QStringLiteral(";;") +
+                                          QString::fromLatin1(kChirpExportFilter);
             dialog.defaultExt = QStringLiteral("csv");
             dialog.presetName =
                 (search ? ctx.cur().SrchName : ctx.cur().Banks[ctx.CurBank].FileName) +
                 QStringLiteral(".csv");
+            QString kind = QString::fromLatin1(kCsvExportFilter);
+            dialog.chosenFilter = &kind;
             const std::optional<QString> path = ctx.prompts().saveFile(dialog);
             if (!path)
                 return;
             s.at(2);
-            const QByteArray bytes =
-                search ? SearchCsv(ctx.cur()) : BankCsv(ctx.cur().Banks[ctx.CurBank]);
+            const BankRec* bank = search ? nullptr : &ctx.cur().Banks[ctx.CurBank];
+            const QByteArray bytes = search ? SearchCsv(ctx.cur())
+                                     : kind == QLatin1String(kChirpExportFilter)
+                                         ? ChirpCsv(*bank, ctx.CurBank)
+                                         : BankCsv(*bank);
             SaveCsvFile(ctx, bytes, *path);
             ReportWriteFailures(ctx); // the file and the system's reason
         });

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmcsvimport.h"
 
+#include "chirpcsv.h"
 #include "core/prompts.h"
 #include "core/settings.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -104,6 +106,12 @@ QWidget* FrmCsvImport::makeFrame(int mode, const QString& title, const QStringLi
     auto* layout = new QVBoxLayout(frame);
     layout->addLayout(buttons);
     layout->addLayout(fields);
+    if (mode == 0) {
+        m_locationChk =
+            new QCheckBox(QStringLiteral("Place CHIRP rows by Location, across banks"), frame);
+        m_locationChk->setObjectName(QStringLiteral("LocationChk"));
+        layout->addWidget(m_locationChk);
+    }
     layout->addWidget(lineData);
     return frame;
 }
@@ -127,6 +135,8 @@ void FrmCsvImport::Load() {
         m_stack->setCurrentIndex(0);
         ClearData();
         m_import.close();
+        m_chirp = false;
+        m_locationChk->setEnabled(false);
         for (Frame& f : m_frames) {
             f.buttons[1]->setEnabled(false);
             f.buttons[2]->setEnabled(false);
@@ -149,6 +159,13 @@ void FrmCsvImport::ShowLine(const QString& line) {
     Trap(m_ctx.errors, "CSV -> ShowLine", [&] {
         Frame& f = m_frames[mode()];
         std::array<QString, kCsvTextBoxes> boxes;
+        if (m_chirp) {
+            // A CHIRP row has more columns than boxes: the first ones are shown.
+            const QStringList fields = CsvSplit(line);
+            for (int k = 0; k < kCsvTextBoxes; ++k)
+                f.boxes[k]->setText(fields.value(k));
+            return;
+        }
         struct Fill {
             Frame& f;
             std::array<QString, kCsvTextBoxes>& boxes;
@@ -169,6 +186,8 @@ void FrmCsvImport::loadFile(int mode) {
     Trap(m_ctx.errors, buttonLabel(mode), [&](Stmt& s) {
         s.at(1);
         m_import.close();
+        m_chirp = false;
+        m_locationChk->setEnabled(false);
         Frame& f = m_frames[mode];
         FileDialogOptions dialog;
         dialog.title = mode == 0 ? QStringLiteral("Import Bank from CSV")
@@ -183,7 +202,22 @@ void FrmCsvImport::loadFile(int mode) {
         if (!m_import.open(*path))
             throw KestrelError(err::BadFileFormat, m_import.openError());
         s.at(3);
+        const QString first = m_import.nextLine();
+        if (mode == 0 && IsChirpHeader(first)) {
+            // Its columns are found by name: there is nothing to choose.
+            m_chirp = true;
+            for (QListWidget* list : f.lists) {
+                list->clear();
+                list->setEnabled(false);
+            }
+            m_locationChk->setEnabled(true);
+            ShowLine(first);
+            f.buttons[1]->setEnabled(true);
+            f.buttons[2]->setEnabled(true);
+            return;
+        }
         for (QListWidget* list : f.lists) {
+            list->setEnabled(true);
             list->clear();
             for (int k = 0; k <= m_import.columnCount(); ++k) {
                 if (k > kCsvChoosable)
@@ -200,7 +234,7 @@ void FrmCsvImport::loadFile(int mode) {
         for (QLineEdit* box : f.boxes)
             box->clear();
         s.at(4);
-        ShowLine(m_import.nextLine());
+        ShowLine(first);
         f.buttons[1]->setEnabled(true);
         f.buttons[2]->setEnabled(true);
     });
@@ -211,6 +245,10 @@ void FrmCsvImport::showNextLine(int mode) {
 }
 
 void FrmCsvImport::importFile(int mode) {
+    if (mode == 0 && m_chirp) {
+        importChirp();
+        return;
+    }
     Trap(m_ctx.errors, buttonLabel(mode), [&] {
         QList<int> choices;
         for (qsizetype i = 0; i < m_frames[mode].lists.size(); ++i)
@@ -228,6 +266,23 @@ void FrmCsvImport::importFile(int mode) {
             Q_EMIT bankImported();
         else
             Q_EMIT searchImported();
+    });
+}
+
+void FrmCsvImport::importChirp() {
+    Trap(m_ctx.errors, buttonLabel(0), [&] {
+        m_frames[0].buttons[1]->setEnabled(false);
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        const std::optional<ChirpReport> report = ImportChirp(
+            m_ctx, m_import.fileName(),
+            m_locationChk->isChecked() ? ChirpPlacement::ByLocation : ChirpPlacement::ShownBank);
+        QApplication::restoreOverrideCursor();
+        if (!report)
+            return;
+        m_import.close();
+        Q_EMIT bankImported();
+        m_ctx.prompts().message(report->text(), QStringLiteral("CSV Import"), Icon::Information,
+                                Buttons::Ok);
     });
 }
 

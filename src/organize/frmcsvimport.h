@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The "CSV Import" window: loads a CSV file, shows its lines one by one, and imports it into the
-// shown bank or the search ranges with a chosen column (or the default) for each field.
+// shown bank or the search ranges with a chosen column (or the default) for each field. A CHIRP
+// file needs no choices: its columns are found by name.
 #pragma once
 
 #include "csvimport.h"
 
 #include <QWidget>
 
+class QCheckBox;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
@@ -28,6 +30,10 @@ public:
     QListWidget* CboList2(int i) const { return m_frames[1].lists[i]; }
     QLineEdit* Text1(int i) const { return m_frames[0].boxes[i]; }
     QLineEdit* Text2(int i) const { return m_frames[1].boxes[i]; }
+    // For a CHIRP file: each row into channel Location+1 of the profile instead of the shown bank.
+    QCheckBox* LocationChk() const { return m_locationChk; }
+    // Whether the loaded file is a CHIRP file.
+    bool isChirp() const { return m_chirp; }
 
     int mode() const;
     // The entry now at the top of a field's list (0 = "> Default <").
@@ -56,6 +62,7 @@ private:
     void loadFile(int mode);
     void showNextLine(int mode);
     void importFile(int mode);
+    void importChirp();
     const char* buttonLabel(int mode) const;
 
     AppContext& m_ctx;
@@ -63,6 +70,8 @@ private:
     QTabBar* m_typeTab;
     QStackedWidget* m_stack;
     Frame m_frames[2];
+    QCheckBox* m_locationChk = nullptr;
+    bool m_chirp = false;
 };
 
 } // namespace kestrel
