@@ -26,6 +26,14 @@ QString Args::value(const QString& name, const QString& def) const {
     return def;
 }
 
+QStringList Args::values(const QString& name) const {
+    QStringList list;
+    for (const auto& [option, value] : m_values)
+        if (option == name)
+            list.append(value);
+    return list;
+}
+
 int Args::intValue(const QString& name, int min, int max) const {
     bool ok = false;
     const int v = value(name).toInt(&ok);

@@ -72,6 +72,8 @@ public:
 
     bool has(const QString& name) const;
     QString value(const QString& name, const QString& def = {}) const;
+    // Every value of an option that may be given more than once, in the order given.
+    QStringList values(const QString& name) const;
     // An integer option within [min, max]; a usage error otherwise.
     int intValue(const QString& name, int min, int max) const;
     const QStringList& positional() const { return m_positional; }

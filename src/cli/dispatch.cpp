@@ -312,7 +312,8 @@ Invocation parseCommand(const Command& c, const QStringList& words, QString data
         if (!parser.isSet(name))
             continue;
         if (o.valueName)
-            values.append({name, parser.value(name)});
+            for (const QString& v : parser.values(name))
+                values.append({name, v});
         else
             flags.append(name);
     }

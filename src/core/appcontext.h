@@ -13,8 +13,19 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <map>
+#include <memory>
+#include <typeindex>
 
 namespace kestrel {
+
+// A part of the program that lives as long as the context and is created on first use
+// (the web-service client, ...). Libraries above the core register theirs without the core
+// knowing them: `ctx.component<RRClient>()` makes one RRClient(AppContext&) and keeps it.
+class Component {
+public:
+    virtual ~Component() = default;
+};
 
 class AppContext {
 public:
@@ -60,10 +71,25 @@ public:
     // Screen size in twips, for window placement. The GUI sets the real one.
     QSize screenTwips{1920 * 15, 1080 * 15};
 
+    // The component of type T (derived from Component, constructible from AppContext&),
+    // created on first use and destroyed with the context, before its other members.
+    template <class T> T& component() {
+        static_assert(std::is_base_of_v<Component, T>);
+        auto it = m_components.find(std::type_index(typeid(T)));
+        if (it == m_components.end())
+            it = m_components.emplace(std::type_index(typeid(T)), std::make_unique<T>(*this)).first;
+        return static_cast<T&>(*it->second);
+    }
+    template <class T> bool hasComponent() const {
+        return m_components.count(std::type_index(typeid(T))) != 0;
+    }
+
 private:
     QString m_appDir;
     ScriptedPrompts m_silent;
     Prompts* m_prompts;
+    // Last member: components go first, while everything they may use still exists.
+    std::map<std::type_index, std::unique_ptr<Component>> m_components;
 };
 
 // The application folder: the executable's folder when it is writable, otherwise the per-user

@@ -49,6 +49,7 @@ void readProgramSettings(AppContext& ctx, const IniDocument& doc) {
     if (s.DBaseProxyAdr.isEmpty())
         s.DBaseProxyAdr = QStringLiteral("127.0.0.1");
     s.DBaseProxyPrt = Validate_Int(doc.ReadKey(kRadioRefSec, u"DBaseProxyPrt"), 8080, 80, 32767);
+    s.AppKey = doc.ReadKey(kRadioRefSec, u"AppKey").trimmed();
     s.ServiceAddress = DeriveServiceAddress(s);
     s.PortOverrides.clear();
     for (int n = 1; n <= 16; ++n) {
@@ -75,6 +76,9 @@ void writeProgramSettings(const AppContext& ctx, IniDocument& doc) {
     doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseProxyUse"), BoolToString(s.DBaseProxyUse));
     doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseProxyAdr"), s.DBaseProxyAdr);
     doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseProxyPrt"), QString::number(s.DBaseProxyPrt));
+    // Only a key the user or a distribution put there is kept; none is added.
+    if (!s.AppKey.isEmpty())
+        doc.WriteKey(kRadioRefSec, QStringLiteral("AppKey"), s.AppKey);
 }
 
 } // namespace

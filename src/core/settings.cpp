@@ -3,6 +3,7 @@
 
 #include "freq.h"
 
+#include <QFile>
 #include <QSettings>
 #include <cmath>
 #include <memory>
@@ -78,7 +79,16 @@ QString Get_Setting(const QString& subkey, const QString& valueName) {
 }
 
 void Save_Setting(const QString& subkey, const QString& value, const QString& valueName) {
-    registry()->setValue(registryKey(subkey, valueName), value);
+    const auto reg = registry();
+    reg->setValue(registryKey(subkey, valueName), value);
+    reg->sync();
+    // The store may hold the remembered password where no secret store exists: owner only.
+    if (QFile::exists(reg->fileName()))
+        QFile::setPermissions(reg->fileName(), QFile::ReadOwner | QFile::WriteOwner);
+}
+
+QString RegistryFilePath() {
+    return registry()->fileName();
 }
 
 RegistryValues LoadRegistryValues() {

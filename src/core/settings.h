@@ -38,7 +38,8 @@ struct ProgramSettings {
     bool DBaseProxyUse = false;
     QString DBaseProxyAdr;
     qint16 DBaseProxyPrt = 8080;
-    QString ServiceAddress;           // derived at load from DBaseVersion and DBaseIndex
+    QString AppKey;         // [RadioRef] AppKey: overrides the built-in application key when set
+    QString ServiceAddress; // derived at load from DBaseVersion and DBaseIndex
     QMap<int, QString> PortOverrides; // [Ports] COMn = device path
 
     WindowPos& pos(WindowId id) { return positions[static_cast<int>(id)]; }
@@ -65,6 +66,8 @@ inline constexpr const char* kPublisher = "Kestrel";
 inline constexpr const char* kProgramKey = "KestrelManager";
 QString Get_Setting(const QString& subkey, const QString& valueName);
 void Save_Setting(const QString& subkey, const QString& value, const QString& valueName);
+// Where the registry values live (a file on systems without a registry).
+QString RegistryFilePath();
 RegistryValues LoadRegistryValues();
 void SaveRegistryValues(const RegistryValues& values);
 

@@ -10,12 +10,14 @@ void installLink(MainForm& form); // mainform_link.cpp
 void installOrganize(MainForm& form);
 void installPrint(MainForm& form);
 void installWebUi(MainForm& form);
+void installImport(MainForm& form);
 
 void MainForm::installSubsystems() {
     installOrganize(*this);
     installLink(*this);
     installPrint(*this);
     installWebUi(*this);
+    installImport(*this);
 }
 
 } // namespace kestrel

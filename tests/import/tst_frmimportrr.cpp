@@ -1,0 +1,327 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The web import window against the local frequency-database service on a free loopback port:
+// login and the zip-code shortcut, the list-type choice of a county, ticking and importing into
+// the shown bank, the one-site rule, talk-group texts, band plans, closing, refused logins and a
+// service that goes away.
+#include "core/appcontext.h"
+#include "import/frmimportrr.h"
+#include "import/httpprobe.h"
+#include "webservice/rrclient.h"
+#include "webservice/server/rrlocalserver.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+using namespace kestrel;
+
+class TstFrmImportRR : public QObject {
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    ScriptedPrompts m_prompts;
+    std::unique_ptr<AppContext> m_ctx;
+    std::unique_ptr<RRLocalServer> m_server;
+    std::unique_ptr<FrmImportRR> m_win;
+
+    // The demo data, its country renamed for the zip-code shortcut, and three more counties of
+    // North Province: one with an agency only, one on the trunked system only, one with nothing.
+    static RRDataSet data() {
+        RRDataSet d = RRDataSet::demo();
+        d.countries[0].countryName = QStringLiteral("United States");
+        for (int i = 0; i < 3; ++i) {
+            TypCountyInfo c;
+            c.ctid = 1004 + i;
+            c.stid = 101;
+            c.countyName = QStringList{"Agencyonly", "Trunkonly", "Empty"}[i];
+            d.counties.append(c);
+        }
+        RRAgencyEntry a = d.agencies[1];
+        a.info.aid = 599;
+        a.info.ctid = 1004;
+        d.agencies.append(a);
+        d.systems[0].details.sCounty.append(1005);
+        return d;
+    }
+
+    void open(const QString& password = QStringLiteral("demo"), const QString& zip = {},
+              RRDataSet d = data()) {
+        m_win.reset();
+        m_server = std::make_unique<RRLocalServer>(d);
+        QVERIFY(m_server->listen() != 0);
+        m_prompts.clear();
+        m_ctx = std::make_unique<AppContext>(m_dir.path(), &m_prompts);
+        m_ctx->CurBank = 2;
+        m_ctx->registry = {QStringLiteral("demo"), password, zip};
+        m_ctx->component<RRClient>().setBaseUrlOverride(m_server->baseUrl());
+        m_win = std::make_unique<FrmImportRR>(*m_ctx);
+        m_win->show();
+    }
+    void logIn(const QString& zip = {}) {
+        open(QStringLiteral("demo"), zip);
+        m_win->LogInBtn_Click();
+        QVERIFY(m_win->loggedIn());
+    }
+    void toCounty(const QString& county) {
+        QVERIFY(m_win->setListText(m_win->CboCountry(), QStringLiteral("United States")));
+        QVERIFY(m_win->setListText(m_win->CboState(), QStringLiteral("North Province")));
+        QVERIFY(m_win->setListText(m_win->CboCounty(), county));
+    }
+    void tick(const QString& key, bool on = true) {
+        QTreeWidgetItem* item = m_win->node(key);
+        QVERIFY2(item, qPrintable(key));
+        item->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
+    }
+    void toSystem(RRDataSet d = data()) {
+        open(QStringLiteral("demo"), {}, d);
+        m_win->LogInBtn_Click();
+        toCounty(QStringLiteral("Trunkonly"));
+        QVERIFY(m_win->setListText(m_win->CboSystem(), QStringLiteral("Demoland Regional Radio")));
+        QCOMPARE(m_win->treeTag(), QString("CountyTrs"));
+    }
+    QStringList messages() const {
+        QStringList out;
+        for (const auto& m : m_prompts.messages())
+            out << m.text;
+        return out;
+    }
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("KESTREL_SECRET_STORE", "none"); }
+    void cleanup() {
+        m_win.reset();
+        m_server.reset();
+    }
+
+    void zipLoginBuildsFirstTree() {
+        logIn(QStringLiteral("12345"));
+        QCOMPARE(m_win->CboCountry()->currentText(), QString("United States"));
+        QCOMPARE(m_win->CboCountry()->itemText(0), QString(">>>  Select  <<<"));
+        QCOMPARE(m_win->CboState()->currentText(), QString("North Province"));
+        QCOMPARE(m_win->CboCounty()->currentText(), QString("Ashford"));
+        QCOMPARE(m_win->CityLbl()->text(), QString("Ashford"));
+        QCOMPARE(m_win->FipsLbl()->text(), QString("99001"));
+        QVERIFY(m_win->TypeOpt(1)->isChecked());
+        QCOMPARE(m_win->treeTag(), QString("StateConv"));
+        QCOMPARE(m_win->node("c1s1")->childCount(), 10);
+        QCOMPARE(m_win->node("c1s1d1")->text(0),
+                 QString(" 154.815000  FMN   Class: BM    CT: 156.7 PL  FCC:KDL123   Sheriff "
+                         "Dispatch"));
+        QCOMPARE(m_win->ExpiryLbl()->text(), QString("12-31-2030"));
+        QVERIFY(!m_win->LogInBtn()->isEnabled());
+    }
+
+    void countyChoosesListType_data() {
+        QTest::addColumn<QString>("county");
+        QTest::addColumn<int>("option"); // -1: none
+        QTest::addColumn<QString>("firstRow");
+        QTest::newRow("agencies only") << "Agencyonly" << 2 << ">>> Select <<<";
+        QTest::newRow("trunked only") << "Trunkonly" << 0 << ">>> Select <<<";
+        QTest::newRow("nothing") << "Empty" << -1 << ">>>  Select  <<<";
+    }
+    void countyChoosesListType() {
+        QFETCH(QString, county);
+        QFETCH(int, option);
+        QFETCH(QString, firstRow);
+        logIn();
+        toCounty(county);
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(m_win->TypeOpt(i)->isChecked(), i == option);
+            QCOMPARE(m_win->TypeOpt(i)->isEnabled(), i == option);
+        }
+        QCOMPARE(m_win->CboSystem()->itemText(0), firstRow);
+        QCOMPARE(m_win->TrunkFrame()->isVisibleTo(m_win.get()), option == 0);
+        QCOMPARE(m_win->TV1()->topLevelItemCount(), 0);
+    }
+
+    // Three ticked frequencies into a full bank; Cancel changes nothing, No writes as Yes does.
+    void importIntoFullBank_data() {
+        QTest::addColumn<int>("answer");
+        QTest::newRow("yes") << int(Answer::Yes);
+        QTest::newRow("no") << int(Answer::No);
+        QTest::newRow("cancel") << int(Answer::Cancel);
+    }
+    void importIntoFullBank() {
+        QFETCH(int, answer);
+        logIn(QStringLiteral("12345"));
+        BankRec& bank = m_ctx->cur().Banks[2];
+        for (int i = 1; i <= 20; ++i)
+            bank.Chans[size_t(i)] = {160e6 + i * 1e4, QStringLiteral("Old %1").arg(i)};
+        tick("c1s1d1");
+        tick("c1s1d3");
+        tick("c1s2d1");
+        tick("c1s1d3", false);
+        tick("c1s1d2");
+        QCOMPARE(m_win->FreqSelCnt(), 3);
+        QCOMPARE(m_win->FrqChanLbl()->text(), QString("3"));
+        QVERIFY(m_win->ImportBtn(1)->isEnabled());
+        m_prompts.queueAnswer(Answer(answer));
+        m_win->ImportBtn(1)->click();
+        if (Answer(answer) == Answer::Cancel) {
+            QCOMPARE(bank.Chans[1].Desc, QString("Old 1"));
+            QVERIFY(!m_win->verifyWindow());
+            return;
+        }
+        QCOMPARE(bank.ImportCount, 3);
+        QCOMPARE(bank.ImportName, QString("Ashford-Conventional"));
+        QCOMPARE(bank.Chans[1].Desc, QString("Ashford County Services-Sheriff-Sheriff Dispatch"));
+        QCOMPARE(bank.Chans[1].Freq, 154815000.0);
+        QCOMPARE(bank.Chans[2].Desc, QString("Ashford County Services-Sheriff-Sheriff Tac 1"));
+        QVERIFY(bank.Chans[3].Desc.startsWith("Ashford County Services-Fire / EMS-"));
+        for (int i = 4; i <= 20; ++i)
+            QCOMPARE(bank.Chans[size_t(i)].Desc, QStringLiteral("Old %1").arg(i));
+        QVERIFY(m_win->verifyWindow());
+        QCOMPARE(m_win->verifyWindow()->ChanLV()->topLevelItemCount(), 3);
+    }
+
+    void oneSiteAtATime() {
+        toSystem();
+        tick("c1s1"); // the site and its four frequencies
+        QCOMPARE(m_win->SiteChanSelCnt(), 4);
+        tick("c1s1d1", false);
+        tick("c1s1d4", false);
+        QCOMPARE(m_win->SiteChnLbl()->text(), QString("2"));
+        for (const char* refused : {"c1s2d1", "c1s2", "c1"}) {
+            m_prompts.clear();
+            tick(refused);
+            QCOMPARE(messages(), QStringList{"You can only Import One Site at a time"});
+            QTRY_COMPARE(m_win->node(refused)->checkState(0), Qt::Unchecked);
+            QCOMPARE(m_win->SiteChanSelCnt(), 2);
+        }
+        tick("c2"); // every talk group
+        QCOMPARE(m_win->GroupSelCnt(), m_win->node("c2")->text(0).section(' ', 1).toInt());
+        QVERIFY(m_win->CompareBtn()->isEnabled());
+        m_win->CompareBtn()->click();
+        QCOMPARE(m_ctx->component<GroupIdList>().GroupIdCnt(), m_win->GroupSelCnt());
+        m_prompts.queueAnswer(Answer::Yes);
+        m_win->ImportBtn(0)->click();
+        const BankRec& bank = m_ctx->cur().Banks[2];
+        QCOMPARE(bank.ImportCount, 2);
+        QCOMPARE(bank.ImportName, QString("Demoland Regional Radio"));
+        QCOMPARE(bank.Chans[1].Desc, QString("LCN-2"));
+        QCOMPARE(bank.Chans[1].Freq, 851262500.0);
+        tick("c1s1", false); // the chosen site, then another site is free
+        tick("c1s2");
+        QCOMPARE(m_win->SiteChanSelCnt(), 3);
+    }
+
+    void talkgroupTexts() {
+        RRDataSet d = data();
+        d.systems[0].details.sFlavor = 1; // "Type I": ids are subfleets
+        d.systems[0].talkgroups[5].tgAlpha.clear();
+        toSystem(d);
+        QTreeWidgetItem* hwy = nullptr;
+        for (int c = 1; !hwy && m_win->node(QStringLiteral("c2s%1").arg(c)); ++c)
+            for (int t = 1;
+                 QTreeWidgetItem* n = m_win->node(QStringLiteral("c2s%1d%2").arg(c).arg(t)); ++t)
+                if (n->text(0).contains("Highway"))
+                    hwy = n;
+        QVERIFY(hwy);
+        QCOMPARE(hwy->text(0), QString("ID: 100-14  [ -Notknown- ]  Highway Crews (Type I)"));
+        QCOMPARE(m_win->TrsLabel("Flavor")->text(), QString("Type I"));
+    }
+
+    void bandPlan() {
+        toSystem();
+        QCOMPARE(m_win->Lv1()->topLevelItemCount(), 1);
+        QCOMPARE(m_win->Lv1()->topLevelItem(0)->text(1), QString("380"));
+        RRDataSet d = data();
+        d.systems[0].sites[1].bandplan = {{"852.0000", "12.5", "45"}};
+        toSystem(d);
+        const auto row = [&] {
+            QTreeWidgetItem* r = m_win->Lv1()->topLevelItem(0);
+            return QStringList{r->text(0), r->text(1), r->text(2)};
+        };
+        QCOMPARE(row(), (QStringList{"Click", "Site#", "To Fill"}));
+        Q_EMIT m_win->TV1()->itemClicked(m_win->node("c1s2"), 0);
+        QCOMPARE(row(), (QStringList{"852.0000", "45", "12.5"}));
+        Q_EMIT m_win->TV1()->itemClicked(m_win->node("c1s1"), 0);
+        QCOMPARE(row(), (QStringList{"851.0125", "380", "25"}));
+    }
+
+    void closeForgetsLogin() {
+        logIn(QStringLiteral("12345"));
+        m_ctx->Profiles[0].Changed = false;
+        m_win->RemberMeChk()->setChecked(false);
+        m_win->close();
+        QCOMPARE(m_ctx->registry.WebName, QString());
+        QCOMPARE(m_ctx->registry.WebWord, QString());
+        QCOMPARE(m_ctx->registry.ZipCode, QString("12345"));
+        QVERIFY(m_ctx->Profiles[0].Changed);
+    }
+
+    void refusedLogin() {
+        open(QStringLiteral("wrong"));
+        m_win->LogInBtn_Click();
+        QVERIFY(!m_win->loggedIn());
+        QVERIFY(m_win->LogInBtn()->isEnabled());
+        QCOMPARE(m_win->CboCountry()->count(), 0);
+        QVERIFY(m_ctx->errors.reportCount() > 0);
+    }
+
+    void serviceGoesAway() {
+        logIn();
+        QVERIFY(m_win->setListText(m_win->CboCountry(), QStringLiteral("United States")));
+        QVERIFY(m_win->setListText(m_win->CboState(), QStringLiteral("North Province")));
+        m_server.reset();
+        const int before = m_ctx->errors.reportCount();
+        QVERIFY(m_win->setListText(m_win->CboCounty(), QStringLiteral("Ashford")));
+        QVERIFY(m_ctx->errors.reportCount() > before);
+        QCOMPARE(m_win->TV1()->topLevelItemCount(), 0);
+        QCOMPARE(m_win->FipsLbl()->text(), QString("000000"));
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(!m_win->TypeOpt(i)->isChecked());
+    }
+
+    // The local-address login: any HTTP answer counts, a refused or silent address does not.
+    void localAddress() {
+        open();
+        m_ctx->settings.DBaseIndex = 1;
+        m_win->LogInBtn_Click();
+        QVERIFY(m_win->loggedIn());
+        QCOMPARE(m_win->ExpiryLbl()->text(), QString("UnKnown"));
+        QVERIFY(ProbeHttp(m_server->baseUrl() + "no-such-page", 2000));
+        QTcpServer silent;
+        QVERIFY(silent.listen(QHostAddress::LocalHost));
+        const QString url = QStringLiteral("http://127.0.0.1:%1/").arg(silent.serverPort());
+        QVERIFY(!ProbeHttp(url, 300));
+        silent.close();
+        QVERIFY(!ProbeHttp(url, 2000));
+    }
+
+    void xmlFileCommands() {
+        open();
+        RRClient& client = m_ctx->component<RRClient>();
+        QAction* view = m_win->menuItem("ViewMenuItem");
+        client.LastEnvelope = "<a><b></a>";
+        view->trigger();
+        QCOMPARE(m_prompts.messages().last().title, QString("XML Parse Error"));
+        QVERIFY(m_prompts.messages().last().text.startsWith(
+            "Error occured when parsing the XML file\n\nError Code: "));
+        QVERIFY(!view->isChecked() && !m_win->xmlViewer());
+        client.LastEnvelope = "<a>\n<b/>\n</a>";
+        const QString path = m_dir.filePath("out.xml");
+        m_prompts.queueFile(path);
+        m_win->SaveXmlMenuItem_Click();
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QCOMPARE(f.readAll(), QByteArray("<a>\r\n<b/>\r\n</a>"));
+        m_prompts.queueFile(path);
+        m_win->LoadXmlMenuItem_Click();
+        QCOMPARE(client.LastEnvelope, QString("<a><b/></a>"));
+        view->trigger();
+        QVERIFY(m_win->xmlViewer() && m_win->xmlViewer()->isVisible());
+    }
+};
+
+QTEST_MAIN(TstFrmImportRR)
+#include "tst_frmimportrr.moc"
