@@ -178,6 +178,9 @@ void FrmImportRR::buildControls() {
     m_lv1->setHeaderLabels(
         {QStringLiteral("Base"), QStringLiteral("OffSet"), QStringLiteral("Step")});
     m_lv1->setMaximumHeight(110);
+    m_lv1->setMinimumWidth(230);
+    m_lv1->setColumnWidth(0, 80);
+    m_lv1->setColumnWidth(1, 60);
     bpl->addWidget(m_lv1);
     tg->addWidget(bp, 0, 4, 5, 1);
     m_siteChn = valueLabel(QStringLiteral("0"));

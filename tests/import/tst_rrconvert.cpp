@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Record-to-channel conversion: descriptions, modes, code lookups and the full-bank refusal.
+#include "import/importtree.h"
 #include "import/rrconvert.h"
 
 #include <QTest>
@@ -18,6 +19,8 @@ private Q_SLOTS:
     void fullBank();
     void searchModeErrors();
     void groupIds();
+    void treeTexts_data();
+    void treeTexts();
 };
 
 void TstRRConvert::descriptions_data() {
@@ -204,6 +207,39 @@ void TstRRConvert::groupIds() {
     QCOMPARE(list.GroupIds[2].Mode, QString("A"));
     list.Clear();
     QCOMPARE(list.GroupIdCnt(), 0);
+}
+
+// The tree's padding routines and node keys.
+void TstRRConvert::treeTexts_data() {
+    QTest::addColumn<QString>("got");
+    QTest::addColumn<QString>("want");
+    using namespace importtree;
+    QTest::newRow("SpcStr") << SpcStr("FM", 4) << "FM  ";
+    QTest::newRow("SpcStr longer") << SpcStr("NFMW", 3) << "NFMW";
+    QTest::newRow("RSpcStr") << RSpcStr("1.5", 5) << "  1.5";
+    QTest::newRow("SpcCT CSQ") << SpcCT("CSQ", 5) << "CSQ  ";
+    QTest::newRow("SpcCT NA") << SpcCT("NA", 4) << "NA  ";
+    QTest::newRow("SpcCT tone") << SpcCT("94.8 PL", 8) << " 94.8 PL";
+    // (12 - length) / 2 with halves to even: 3.5 -> 4 gives 13 characters, 2.5 -> 2 then one more.
+    QTest::newRow("CenterTag 5") << CenterTag("ABCDE") << "    ABCDE    ";
+    QTest::newRow("CenterTag 7") << CenterTag("ABCDEFG") << "  ABCDEFG   ";
+    QTest::newRow("CenterTag 6") << CenterTag("Hwy T1") << "   Hwy T1   ";
+    QTest::newRow("CenterTag 11") << CenterTag("ABCDEFGHIJK") << "ABCDEFGHIJK ";
+    QTest::newRow("CenterTag 13") << CenterTag("ABCDEFGHIJKLM") << "ABCDEFGHIJKLM";
+    QTest::newRow("key") << NodeKey(3, 2, 5) << "c3s2d5";
+    const auto split = [](const char* key) {
+        const KeyParts k = SplitKey(key);
+        return QString("%1/%2/%3").arg(k.c).arg(k.s).arg(k.d);
+    };
+    QTest::newRow("split full") << split("c3s12d4") << "3/12/4";
+    QTest::newRow("split top") << split("c2") << "2/0/0";
+    QTest::newRow("split two") << split("c1s7") << "1/7/0";
+}
+
+void TstRRConvert::treeTexts() {
+    QFETCH(QString, got);
+    QFETCH(QString, want);
+    QCOMPARE(got, want);
 }
 
 QTEST_GUILESS_MAIN(TstRRConvert)

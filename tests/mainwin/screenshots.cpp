@@ -4,20 +4,27 @@
 // throw-away data folder.
 #include "core/files.h"
 #include "core/profiles.h"
+#include "import/frmimportrr.h"
 #include "import/frmverifyrrchan.h"
 #include "mainwin/mainform.h"
+#include "webservice/rrclient.h"
+#include "webservice/server/rrlocalserver.h"
 #include "webservice/ui/frmdbaseloc.h"
 #include "webservice/ui/frmviewxml.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <cstdio>
 
 int main(int argc, char** argv) {
+    // A throw-away login: never into the desktop's secret store.
+    qputenv("KESTREL_SECRET_STORE", "none");
     QApplication app(argc, argv);
     if (argc < 2) {
         std::fprintf(stderr, "usage: kestrel-screenshots OUTDIR [SUFFIX]\n");
@@ -93,6 +100,37 @@ int main(int argc, char** argv) {
         }
         kestrel::FrmVerifyRRChan window(ctx, &form);
         ok = shootWindow(window, QStringLiteral("verify-channels")) && ok;
+    }
+    {
+        // The import window against the local service with its demo data, in each tree kind.
+        kestrel::RRLocalServer server;
+        if (server.listen() == 0)
+            return 2;
+        ctx.registry = {QStringLiteral("demo"), QStringLiteral("demo"), QStringLiteral("12345")};
+        ctx.component<kestrel::RRClient>().setBaseUrlOverride(server.baseUrl());
+        kestrel::FrmImportRR window(ctx, &form);
+        window.show();
+        ok = shootWindow(window, QStringLiteral("import-empty")) && ok;
+        window.show();
+        window.LogInBtn_Click();
+        // The demo country is not the United States, so the zip code does not walk the lists.
+        window.setListText(window.CboCountry(), QStringLiteral("Demoland"));
+        window.setListText(window.CboState(), QStringLiteral("North Province"));
+        window.setListText(window.CboCounty(), QStringLiteral("Ashford"));
+        window.TV1()->expandAll();
+        ok = shootWindow(window, QStringLiteral("import-conventional")) && ok;
+        window.show();
+        window.TypeOpt(2)->setChecked(true);
+        window.TypeOpt_Click(2);
+        window.setListText(window.CboSystem(), QStringLiteral("Ashford Fire District"));
+        window.TV1()->expandAll();
+        ok = shootWindow(window, QStringLiteral("import-agency")) && ok;
+        window.show();
+        window.TypeOpt(0)->setChecked(true);
+        window.TypeOpt_Click(0);
+        window.setListText(window.CboSystem(), QStringLiteral("Demoland Regional Radio"));
+        window.TV1()->expandAll();
+        ok = shootWindow(window, QStringLiteral("import-trunked")) && ok;
     }
     return ok ? 0 : 2;
 }
