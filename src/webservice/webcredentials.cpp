@@ -48,7 +48,9 @@ QString WebCredentials::password() {
         auto* job = new QKeychain::ReadPasswordJob(kService);
         job->setKey(kKey);
         QString text;
-        QObject::connect(job, &QKeychain::Job::finished, job, [&text](QKeychain::Job* j) {
+        // The guard ends the connection should the job outlive this call (a time-out).
+        QObject guard;
+        QObject::connect(job, &QKeychain::Job::finished, &guard, [&text](QKeychain::Job* j) {
             text = static_cast<QKeychain::ReadPasswordJob*>(j)->textData();
         });
         if (run(job))

@@ -74,7 +74,8 @@ private Q_SLOTS:
     void storesFilled();
     void failedQueriesEmptyTheirStore_data();
     void failedQueriesEmptyTheirStore();
-    void connectionRefusedNamesTheAddress();
+    void connectionFailureNamesTheAddress_data();
+    void connectionFailureNamesTheAddress();
     void secondRequestIsRefused();
     void talkgroupsFillOnlyTheirCategory();
     void requestsGoThroughTheProxy();
@@ -247,6 +248,7 @@ void TstRRClient::failedQueriesEmptyTheirStore_data() {
     QTest::newRow("cut short") << 200 << data(QStringLiteral("getTag.xml")) << 2
                                << "RRSoap - getTag";
     QTest::newRow("never answers") << 200 << QByteArray() << 1 << "RRSoap - getTag";
+    QTest::newRow("17 MB") << 200 << QByteArray(17 * 1024 * 1024, ' ') << 0 << "RRSoap - getTag";
 }
 
 void TstRRClient::failedQueriesEmptyTheirStore() {
@@ -279,15 +281,33 @@ void TstRRClient::failedQueriesEmptyTheirStore() {
         QVERIFY(f.log().contains(f.stub.base() + QStringLiteral("index.php")));
 }
 
-void TstRRClient::connectionRefusedNamesTheAddress() {
+void TstRRClient::connectionFailureNamesTheAddress_data() {
+    QTest::addColumn<bool>("tls");
+    QTest::newRow("connection refused") << false;
+    QTest::newRow("TLS handshake fails") << true;
+}
+
+void TstRRClient::connectionFailureNamesTheAddress() {
+    QFETCH(bool, tls);
     Fixture f;
     QVERIFY(f.rr.InitSoap());
-    QTcpServer closed;
-    QVERIFY(closed.listen(QHostAddress::LocalHost, 0));
-    const QString base = QStringLiteral("http://127.0.0.1:%1/soap2/").arg(closed.serverPort());
-    closed.close();
+    // Refused: a port just closed. TLS: a server that answers the handshake with plain text.
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+    const QString base = QStringLiteral("%1://127.0.0.1:%2/soap2/")
+                             .arg(tls ? QStringLiteral("https") : QStringLiteral("http"))
+                             .arg(server.serverPort());
+    if (tls)
+        connect(&server, &QTcpServer::newConnection, &server, [&] {
+            QTcpSocket* s = server.nextPendingConnection();
+            s->write("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n");
+            s->disconnectFromHost();
+        });
+    else
+        server.close();
     f.rr.setBaseUrlOverride(base);
     QVERIFY(!f.rr.getTag(0));
+    QCOMPARE(f.ctx.errors.reportCount(), 1);
     QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("RRSoap - getTag"));
     QVERIFY(f.log().contains(base + QStringLiteral("index.php")));
     QVERIFY(f.rr.LastEnvelope.contains(u"getTagRequest")); // the request, as sent
