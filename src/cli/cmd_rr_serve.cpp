@@ -14,7 +14,6 @@ namespace kestrel::cli {
 namespace {
 
 int run(Env&, const Args& args) {
-
     // --listen HOST:PORT, HOST or :PORT; loopback and port 9000 unless given.
     QHostAddress address(QHostAddress::LocalHost);
     quint16 port = kRRServeDefaultPort;
@@ -67,9 +66,10 @@ int run(Env&, const Args& args) {
 const CommandRegistration
     reg({"rr-serve",
          nullptr,
-         "Answer the frequency database's web service on this machine (demo data by default)",
-         {{"listen", "ADDRESS", "HOST:PORT, HOST or :PORT to listen on (default 127.0.0.1:9000)"},
-          {"data", "DIR", "A data set folder instead of the built-in demo data"}},
+         "Serve the frequency database's web service from demo or own data until interrupted",
+         {{"listen", "HOST:PORT",
+           "Listen there (default 127.0.0.1:9000; port 0 picks a free one, printed)"},
+          {"data", "PATH", "Answer from a JSON file or a folder of them instead of the demo"}},
          {},
          run});
 
