@@ -684,6 +684,7 @@ void FrmImportRR::CboSystem_Click() {
             if (row < 0 || row >= list.size())
                 return;
             const qint32 sid = list[row].sid;
+            m_sid = sid;
             BusyCursor busy;
             m_client.getTrsSites(sid);
             if (!m_client.getTrsDetails(sid))
@@ -801,7 +802,7 @@ void FrmImportRR::RRImpShwCnv() {
         BusyCursor busy;
         if (!m_treeLoaded || m_conv.isEmpty()) {
             ConvTree tree = ConvTreeFromCats(m_client.CountyInfo.cats);
-            FetchSubcatFreqs(m_client, tree);
+            FetchSubcatFreqs(m_client, m_ctx.errors, tree);
             m_conv = tree;
         } else {
             ClearSelected(m_conv);
@@ -815,7 +816,7 @@ void FrmImportRR::RRImpShwAgn() {
     Trap(m_ctx.errors, "RRImpShwAgn", [&] {
         BusyCursor busy;
         ConvTree tree = ConvTreeFromCats(m_client.AgencyInfo.cats);
-        FetchSubcatFreqs(m_client, tree);
+        FetchSubcatFreqs(m_client, m_ctx.errors, tree);
         m_conv = tree;
         showTree(QStringLiteral("CountyAgency"), ConvTreeNodes(m_conv, m_client.Modes));
         m_treeLoaded = true;
@@ -860,12 +861,11 @@ void FrmImportRR::RRImpShwTrs() {
         TrsTree tree;
         tree.sites = m_client.TrsSites;
         tree.typeI = IsTypeI(m_ctx.errors, m_client.TrsFlavors, m_client.TrsDetails);
-        const qint32 sid =
-            m_client.TrsDetails.sysid.isEmpty() && !tree.sites.isEmpty() ? tree.sites[0].sid : 0;
-        Q_UNUSED(sid)
+        // As with the subcategories: after a reported failure the other categories stay empty.
+        const int reports = m_ctx.errors.reportCount();
         for (qsizetype i = 0; i < m_client.TgCats.size(); ++i)
-            if (!m_client.getTrsTalkgroups(qint16(i), m_client.TgCats[i].sid,
-                                           m_client.TgCats[i].tgCid, 0, 0))
+            if (m_ctx.errors.reportCount() != reports ||
+                !m_client.getTrsTalkgroups(qint16(i), m_sid, m_client.TgCats[i].tgCid, 0, 0))
                 m_client.TgCats[i].Talkgroups.clear();
         tree.tgCats = m_client.TgCats;
         for (const TypSite& s : std::as_const(tree.sites))

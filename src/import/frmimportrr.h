@@ -216,6 +216,7 @@ private:
     qint32 m_stid = 0;
     qint32 m_ctid = 0;
     qint32 m_aid = 0;
+    qint32 m_sid = 0;
     int m_convLevel = 0;
     int m_freqSelCnt = 0;
     int m_siteChanSelCnt = 0;

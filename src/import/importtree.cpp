@@ -60,19 +60,16 @@ ConvTree ConvTreeFromCats(const QList<TypCat>& cats) {
     return tree;
 }
 
-bool FetchSubcatFreqs(RRClient& client, ConvTree& tree) {
-    bool all = true;
+bool FetchSubcatFreqs(RRClient& client, ErrorReporter& errors, ConvTree& tree) {
+    const int reports = errors.reportCount();
     for (ConvCat& cat : tree)
         for (ConvSubcat& sub : cat.subcats) {
-            if (client.getSubcatFreqs(sub.scid))
+            sub.freqs.clear();
+            if (errors.reportCount() == reports && client.getSubcatFreqs(sub.scid))
                 sub.freqs = client.SubcatFreqs;
-            else {
-                sub.freqs.clear();
-                all = false;
-            }
             sub.selected = QList<bool>(sub.freqs.size(), false);
         }
-    return all;
+    return errors.reportCount() == reports;
 }
 
 QString ConvFreqText(const TypFreq& f, const QList<TypMode>& modes) {

@@ -54,9 +54,11 @@ using ConvTree = QList<ConvCat>;
 
 // The categories with empty subcategories, ready to receive their frequencies.
 ConvTree ConvTreeFromCats(const QList<TypCat>& cats);
-// Asks the service for every subcategory's frequencies; a failed query leaves that subcategory
-// empty. Returns false when at least one query failed.
-bool FetchSubcatFreqs(RRClient& client, ConvTree& tree);
+// Asks the service for every subcategory's frequencies; a subcategory whose query gives nothing
+// stays empty. Once a query has been reported as failed (the service is down or broken), the
+// rest are not asked for and stay empty too, so a dead service costs one report, not one per
+// subcategory. Returns false when a query failed so.
+bool FetchSubcatFreqs(RRClient& client, ErrorReporter& errors, ConvTree& tree);
 QString ConvFreqText(const TypFreq& f, const QList<TypMode>& modes);
 QList<TreeNode> ConvTreeNodes(const ConvTree& tree, const QList<TypMode>& modes);
 int CountSelected(const ConvTree& tree);

@@ -6,6 +6,7 @@
 #include "core/appcontext.h"
 #include "import/frmimportrr.h"
 #include "import/httpprobe.h"
+#include "mainwin/mainform.h"
 #include "webservice/rrclient.h"
 #include "webservice/server/rrlocalserver.h"
 
@@ -105,6 +106,9 @@ private Q_SLOTS:
     void zipLoginBuildsFirstTree() {
         logIn(QStringLiteral("12345"));
         QCOMPARE(m_win->CboCountry()->currentText(), QString("United States"));
+        m_win->ZipCodeTxt()->clear();
+        QTest::keyClicks(m_win->ZipCodeTxt(), "12a3.-4"); // letters and signs are dropped
+        QCOMPARE(m_win->ZipCodeTxt()->text(), QString("123.4"));
         QCOMPARE(m_win->CboCountry()->itemText(0), QString(">>>  Select  <<<"));
         QCOMPARE(m_win->CboState()->currentText(), QString("North Province"));
         QCOMPARE(m_win->CboCounty()->currentText(), QString("Ashford"));
@@ -282,6 +286,23 @@ private Q_SLOTS:
             QVERIFY(!m_win->TypeOpt(i)->isChecked());
     }
 
+    // A service that fails every frequency query: one report, the subcategories stay empty.
+    void frequencyQueriesFail() {
+        logIn();
+        m_server->setReplyHook([](const QByteArray& body) -> std::optional<RRLocalServer::Reply> {
+            if (!body.contains("getSubcatFreqs"))
+                return std::nullopt;
+            return RRLocalServer::Reply{500, "text/plain", "broken", false};
+        });
+        const int before = m_ctx->errors.reportCount();
+        toCounty(QStringLiteral("Ashford"));
+        QCOMPARE(m_ctx->errors.reportCount(), before + 1);
+        QCOMPARE(m_win->treeTag(), QString("StateConv"));
+        QCOMPARE(m_win->node("c1")->childCount(), 3);
+        for (const char* sub : {"c1s1", "c1s2", "c1s3"})
+            QCOMPARE(m_win->node(sub)->childCount(), 0);
+    }
+
     // The local-address login: any HTTP answer counts, a refused or silent address does not.
     void localAddress() {
         open();
@@ -296,6 +317,24 @@ private Q_SLOTS:
         QVERIFY(!ProbeHttp(url, 300));
         silent.close();
         QVERIFY(!ProbeHttp(url, 2000));
+    }
+
+    // "&Web Import" opens the window once, checked while it is open; closing marks profile 0.
+    void mainWindowItem() {
+        open();
+        m_win.reset();
+        MainForm form(*m_ctx);
+        QAction* item = form.menuItem("WebImportMenuItem");
+        QVERIFY(item->isEnabled());
+        item->trigger();
+        item->trigger();
+        const auto windows = form.findChildren<FrmImportRR*>();
+        QCOMPARE(windows.size(), 1);
+        QVERIFY(item->isChecked() && windows[0]->isVisible());
+        m_ctx->Profiles[0].Changed = false;
+        windows[0]->close();
+        QVERIFY(!item->isChecked());
+        QVERIFY(m_ctx->Profiles[0].Changed);
     }
 
     void xmlFileCommands() {
