@@ -25,6 +25,13 @@ void writeFile(const QString& path, const QByteArray& bytes) {
     f.write(bytes);
 }
 
+QList<int> ints(const QString& list) {
+    QList<int> out;
+    for (const QString& p : list.split(QLatin1Char(','), Qt::SkipEmptyParts))
+        out.append(p.toInt());
+    return out;
+}
+
 QString dataPath(const QString& relative) {
     return qEnvironmentVariable("KESTREL_TEST_DATA") + QLatin1Char('/') + relative;
 }
@@ -45,6 +52,14 @@ ProcessResult runKestrelctl(const QStringList& args, int timeoutMs) {
     r.out = proc.readAllStandardOutput();
     r.err = proc.readAllStandardError();
     return r;
+}
+
+ProcessResult runKestrelctlIn(const QString& dataDir, const QStringList& args) {
+    return runKestrelctl(QStringList{QStringLiteral("--data-dir"), dataDir} + args);
+}
+
+QStringList outputLines(const QByteArray& out) {
+    return QString::fromUtf8(out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 QMap<QString, QByteArray> snapshotTree(const QString& root) {

@@ -18,6 +18,9 @@ template <size_t N> QByteArray bytesOf(const char (&s)[N]) {
     return QByteArray(s, qsizetype(N - 1));
 }
 
+// The numbers of a comma-separated list such as "3,4,20" (empty: none).
+QList<int> ints(const QString& list);
+
 // A file under tests/data.
 QString dataPath(const QString& relative);
 
@@ -28,6 +31,10 @@ struct ProcessResult {
 };
 // Runs kestrelctl with the given arguments (and optional standard input); waits up to timeoutMs.
 ProcessResult runKestrelctl(const QStringList& args, int timeoutMs = 60000);
+// Runs kestrelctl on the data folder `dataDir`.
+ProcessResult runKestrelctlIn(const QString& dataDir, const QStringList& args);
+// The non-empty lines of a program's output.
+QStringList outputLines(const QByteArray& out);
 
 // Every file under a folder, as relative path -> bytes.
 QMap<QString, QByteArray> snapshotTree(const QString& root);

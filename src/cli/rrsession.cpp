@@ -105,8 +105,9 @@ bool RRSession::connect() {
     if (!ok && !failed())
         ok = m_client->InitSoap();
     if (ok && !m_client->descriptionLoaded())
-        fail(QStringLiteral("the web service at ") + m_client->baseUrl() +
-             QStringLiteral(" gave no usable service description"));
+        fail(QStringLiteral("no usable service description from ") + m_client->baseUrl() +
+             QStringLiteral(" (a cached copy is kept in ") + m_client->WsdlFile +
+             QStringLiteral("; delete it to fetch the description again)"));
     else if (!ok && !failed())
         fail(QStringLiteral("could not read the service description of ") + m_client->baseUrl());
     return !failed();
@@ -118,8 +119,7 @@ bool RRSession::failed() const {
 
 void RRSession::fail(const QString& message) {
     m_failed = true;
-    QString name = QStringLiteral("kestrelctl rr");
-    err(name + QStringLiteral(": ") + message);
+    err(QStringLiteral("kestrelctl rr: ") + message);
 }
 
 bool RRSession::loginRefused() const {

@@ -144,6 +144,8 @@ private Q_SLOTS:
         QFETCH(int, top);
         QFETCH(int, left);
         QCOMPARE(Set_FormPos(value, QSize(20000, 10000), 4000, 6000), (WindowPos{top, left}));
+    }
+    void adjustToScreen() {
         const QSize screen(20000, 10000);
         QVERIFY(AdjFrmTop(10000, screen) == 10000 && AdjFrmTop(10001, screen) == 9800);
         QVERIFY(AdjFrmTop(-300, screen) == -300 && AdjFrmleft(25000, screen) == 19800);

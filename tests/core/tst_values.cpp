@@ -35,8 +35,7 @@ private Q_SLOTS:
     }
     void freqToDouble() {
         QFETCH(QString, text);
-        QFETCH(double, hz);
-        QCOMPARE(FreqToDouble(text), hz);
+        QTEST(FreqToDouble(text), "hz");
     }
     void freqToString_data() {
         QTest::addColumn<double>("hz");
@@ -56,54 +55,33 @@ private Q_SLOTS:
     }
     void validators_data() {
         QTest::addColumn<QString>("kind");
-        QTest::addColumn<QString>("text");
         QTest::addColumn<double>("result");
-        QTest::newRow("bool empty takes default") << "bool"
-                                                  << "" << 1.0;
-        QTest::newRow("bool True") << "bool"
-                                   << "True" << 1.0;
-        QTest::newRow("bool T") << "bool"
-                                << "T" << 1.0;
-        QTest::newRow("bool 1") << "bool"
-                                << "1" << 1.0;
-        QTest::newRow("bool TRUE is case-sensitive") << "bool"
-                                                     << "TRUE" << 0.0;
+        QTest::addColumn<QString>("text");
+        QTest::newRow("bool empty takes default") << "bool" << 1.0 << "";
+        QTest::newRow("bool True") << "bool" << 1.0 << "True";
+        QTest::newRow("bool T") << "bool" << 1.0 << "T";
+        QTest::newRow("bool 1") << "bool" << 1.0 << "1";
+        QTest::newRow("bool TRUE is case-sensitive") << "bool" << 0.0 << "TRUE";
         // Int: default 7, range 0..10.
-        QTest::newRow("int empty takes default") << "int"
-                                                 << "" << 7.0;
-        QTest::newRow("int below clamps") << "int"
-                                          << "-3" << 0.0;
-        QTest::newRow("int above clamps") << "int"
-                                          << "12" << 10.0;
-        QTest::newRow("int half to even down") << "int"
-                                               << "4.5" << 4.0;
-        QTest::newRow("int half to even up") << "int"
-                                             << "3.5" << 4.0;
-        QTest::newRow("byte clamps") << "byte"
-                                     << "300" << 255.0;
-        QTest::newRow("byte half to even") << "byte"
-                                           << "254.5" << 254.0;
-        QTest::newRow("long clamps") << "long"
-                                     << "1E12" << 2147483647.0;
-        QTest::newRow("dbl not rounded") << "dbl"
-                                         << "2.25" << 2.25;
+        QTest::newRow("int empty takes default") << "int" << 7.0 << "";
+        QTest::newRow("int below clamps") << "int" << 0.0 << "-3";
+        QTest::newRow("int above clamps") << "int" << 10.0 << "12";
+        QTest::newRow("int half to even down") << "int" << 4.0 << "4.5";
+        QTest::newRow("int half to even up") << "int" << 4.0 << "3.5";
+        QTest::newRow("byte clamps") << "byte" << 255.0 << "300";
+        QTest::newRow("byte half to even") << "byte" << 254.0 << "254.5";
+        QTest::newRow("long clamps") << "long" << 2147483647.0 << "1E12";
+        QTest::newRow("dbl not rounded") << "dbl" << 2.25 << "2.25";
     }
     void validators() {
         QFETCH(QString, kind);
         QFETCH(QString, text);
-        QFETCH(double, result);
-        double got = 0;
-        if (kind == u"bool")
-            got = Validate_Bool(text, true);
-        else if (kind == u"int")
-            got = Validate_Int(text, 7, 0, 10);
-        else if (kind == u"byte")
-            got = Validate_Byte(text, 9, 0, 255);
-        else if (kind == u"long")
-            got = Validate_Long(text, 0, 0, 2147483647);
-        else
-            got = Validate_Dbl(text, 0, 0, 10);
-        QCOMPARE(got, result);
+        const double got = kind == u"bool"   ? Validate_Bool(text, true)
+                           : kind == u"int"  ? Validate_Int(text, 7, 0, 10)
+                           : kind == u"byte" ? Validate_Byte(text, 9, 0, 255)
+                           : kind == u"long" ? Validate_Long(text, 0, 0, 2147483647)
+                                             : Validate_Dbl(text, 0, 0, 10);
+        QTEST(got, "result");
     }
     void validateFName() {
         QCOMPARE(ValidateFName(u"a\\b/c:d*e?f|g<h>i,j"_s), u"a-b-c-d-e-f-g-h-i-j"_s);
@@ -117,32 +95,28 @@ private Q_SLOTS:
         Delay(0.15);
         QVERIFY(fired && t.elapsed() >= 140);
     }
+    // Each row: the line given => the line stored.
     void channelLine_data() {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("row");
         const QString factory = "146.520000,Chan #016,False,False,False";
-        QTest::newRow("plain") << "146.52,Fire,True,False,False"
-                               << "146.520000,Fire,True,False,False";
-        QTest::newRow("six fields") << "146.52,Fire, East,False,False,False" << factory;
-        QTest::newRow("four fields") << "146.52,Fire,True,False" << factory;
-        QTest::newRow("empty") << "" << factory;
-        QTest::newRow("flags case-sensitive") << "146.52,a,true,1,T"
-                                              << "146.520000,a,False,True,True";
-        QTest::newRow("out of band") << "1000,a,False,False,False"
-                                     << "000.000000,a,False,False,False";
-        QTest::newRow("desc not trimmed") << "146.52, F ,False,False,False"
-                                          << "146.520000, F ,False,False,False";
+        QTest::newRow("plain") << "146.52,Fire,True,False,False=>146.520000,Fire,True,False,False";
+        QTest::newRow("six fields") << "146.52,Fire, East,False,False,False=>" + factory;
+        QTest::newRow("four fields") << "146.52,Fire,True,False=>" + factory;
+        QTest::newRow("empty") << "=>" + factory;
+        QTest::newRow("flags case-sensitive") << "146.52,a,true,1,T=>146.520000,a,False,True,True";
+        QTest::newRow("out of band") << "1000,a,False,False,False=>000.000000,a,False,False,False";
+        QTest::newRow("desc not trimmed")
+            << "146.52, F ,False,False,False=>146.520000, F ,False,False,False";
     }
     void channelLine() {
-        QFETCH(QString, line);
-        QFETCH(QString, stored);
+        QFETCH(QString, row);
         AppContext ctx(m_dir.path());
         ctx.CurProfile = 3;
         ChannelRec& ch = ctx.Profiles[3].Banks[1].Chans[16];
         ch.Mark = 3;
         ch.Mode = 4; // an import's field, left alone
-        Set_Channel(ctx, 1, 16, line);
-        QCOMPARE(ChannelLine(ch), stored);
+        Set_Channel(ctx, 1, 16, row.section(u"=>"_s, 0, 0));
+        QCOMPARE(ChannelLine(ch), row.section(u"=>"_s, 1));
         QVERIFY(ch.Mark == 0 && ch.Mode == 4);
         QVERIFY(ctx.Profiles[0].Banks[1].Chans[16].Desc.isEmpty());
         QVERIFY(!ctx.Profiles[3].Banks[1].Changed);
@@ -150,24 +124,18 @@ private Q_SLOTS:
     }
     void searchLine_data() {
         QTest::addColumn<int>("index");
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("stored");
-        QTest::newRow("plain") << 3 << "420,450,UHF"
-                               << "420.000000,450.000000,UHF";
-        QTest::newRow("two fields") << 3 << "420,450"
-                                    << "29.700000,49.995000,Search #3";
-        QTest::newRow("lower above upper") << 4 << "450,420,D"
-                                           << "450.000000,420.000000,D";
-        QTest::newRow("five decimals") << 9 << "450,469.99375,S"
-                                       << "450.000000,469.993750,S";
+        QTest::addColumn<QString>("row");
+        QTest::newRow("plain") << 3 << "420,450,UHF=>420.000000,450.000000,UHF";
+        QTest::newRow("two fields") << 3 << "420,450=>29.700000,49.995000,Search #3";
+        QTest::newRow("lower above upper") << 4 << "450,420,D=>450.000000,420.000000,D";
+        QTest::newRow("five decimals") << 9 << "450,469.99375,S=>450.000000,469.993750,S";
     }
     void searchLine() {
         QFETCH(int, index);
-        QFETCH(QString, line);
-        QFETCH(QString, stored);
+        QFETCH(QString, row);
         AppContext ctx(m_dir.path());
-        Set_Search(ctx, qint16(index), line);
-        QCOMPARE(SearchLine(ctx.cur().Searches[index]), stored);
+        Set_Search(ctx, qint16(index), row.section(u"=>"_s, 0, 0));
+        QCOMPARE(SearchLine(ctx.cur().Searches[index]), row.section(u"=>"_s, 1));
     }
     void badIndexIsReportedNotFatal() {
         AppContext ctx(m_dir.path());
@@ -179,12 +147,10 @@ private Q_SLOTS:
         AppContext ctx(m_dir.path());
         ClearAllBanks(ctx);
         FactoryBank(ctx, 8);
-        QCOMPARE(ChannelLine(ctx.cur().Banks[8].Chans[1]),
-                 u"467.662500,Chan #141,False,False,False"_s);
-        QCOMPARE(ChannelLine(ctx.cur().Banks[8].Chans[11]),
-                 u"000.000000,Chan #151,False,False,True"_s);
-        QCOMPARE(ChannelLine(ctx.cur().Banks[7].Chans[20]),
-                 u"000.000000,Edit-Me,False,False,True"_s);
+        const auto& banks = ctx.cur().Banks;
+        QCOMPARE(ChannelLine(banks[8].Chans[1]), u"467.662500,Chan #141,False,False,False"_s);
+        QCOMPARE(ChannelLine(banks[8].Chans[11]), u"000.000000,Chan #151,False,False,True"_s);
+        QCOMPARE(ChannelLine(banks[7].Chans[20]), u"000.000000,Edit-Me,False,False,True"_s);
         DefaultSearchLimits(ctx);
         QCOMPARE(SearchLine(ctx.cur().Searches[1]), u"25.000000,27.995000,Search #1"_s);
     }

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The command frames byte for byte (checksum included) and the frequency text.
+// The command frames byte for byte (checksum included), the frequency text, and the simulated
+// scanner's checks of what it receives.
 #include "link/frames.h"
+#include "link/scannermodel.h"
 
 #include <QTest>
 
 using namespace kestrel;
+using namespace Qt::StringLiterals;
 
 namespace {
 QByteArray hex(const char* pairs) {
@@ -58,6 +61,35 @@ private Q_SLOTS:
         QFETCH(double, hz);
         QFETCH(QString, text);
         QCOMPARE(Freq2Str(hz), text);
+    }
+
+    // The simulated scanner refuses a frame with a wrong checksum or length, then goes on.
+    void brokenFrames_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("shown");
+        QByteArray badSum = BuildChanStr(5, Freq2Str(146.52e6), false, false, false);
+        badSum[10] = '7';
+        QByteArray badLength = BuildChanStr(5, Freq2Str(146.52e6), false, false, false);
+        badLength[1] = char(0x19);
+        badLength.chop(1);
+        badLength += BuildCRC(badLength);
+        QTest::newRow("checksum") << badSum << "S-Err 1";
+        QTest::newRow("length byte") << badLength << "L-Err 1";
+    }
+    void brokenFrames() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, shown);
+        ScannerModel m(3);
+        m.receive(BuildStartCom());
+        const auto out = m.receive(bytes);
+        QVERIFY(!out.isEmpty());
+        QCOMPARE(out[0].display.value(0), shown);
+        QVERIFY(out[0].answer.isEmpty());
+        // The next good frame is understood again.
+        const auto next = m.receive(BuildChanStr(6, Freq2Str(40.5e6), false, false, false));
+        QCOMPARE(next.size(), 1);
+        QCOMPARE(next[0].display.value(0), u"C006^F040.5000^LR^PR^DR"_s);
+        QCOMPARE(next[0].answer.size(), 28);
     }
 };
 

@@ -9,6 +9,7 @@
 #include <QTest>
 
 using namespace kestrel::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,8 +19,7 @@ struct Simulator {
     QString device;
 
     bool start(const QStringList& args) {
-        proc.start(qEnvironmentVariable("KESTRELCTL"),
-                   QStringList{QStringLiteral("simulate")} + args);
+        proc.start(qEnvironmentVariable("KESTRELCTL"), QStringList{u"simulate"_s} + args);
         if (!proc.waitForStarted(10000))
             return false;
         while (!proc.canReadLine())
@@ -31,8 +31,7 @@ struct Simulator {
     QStringList stop() {
         proc.terminate();
         proc.waitForFinished(10000);
-        return QString::fromUtf8(proc.readAllStandardOutput())
-            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        return outputLines(proc.readAllStandardOutput());
     }
 };
 
@@ -49,32 +48,23 @@ class TestLinkCli : public QObject {
 private Q_SLOTS:
     void framesOfABank() {
         QTemporaryDir dir;
-        const QStringList base{QStringLiteral("--data-dir"), dir.path()};
-        QCOMPARE(runKestrelctl(base + QStringList{QStringLiteral("set"), QStringLiteral("--bank"),
-                                                  QStringLiteral("9"), QStringLiteral("--slot"),
-                                                  QStringLiteral("1"),
-                                                  QStringLiteral("46.61,Test,False,False,True")})
-                     .exitCode,
+        const QString ch = u"46.61,Test,False,False,True"_s;
+        QCOMPARE(runKestrelctlIn(dir.path(), {"set", "--bank", "9", "--slot", "1", ch}).exitCode,
                  0);
-        const ProcessResult r =
-            runKestrelctl(base + QStringList{QStringLiteral("frames"), QStringLiteral("--bank"),
-                                             QStringLiteral("9")});
+        const ProcessResult r = runKestrelctlIn(dir.path(), {"frames", "--bank", "9"});
         QCOMPARE(r.exitCode, 0);
-        const QStringList out =
-            QString::fromUtf8(r.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        const QStringList out = outputLines(r.out);
         QCOMPARE(out.size(), 22);
-        QCOMPARE(out.first(), QStringLiteral("81 04 01 01 00 FA"));
-        QCOMPARE(out[1], QStringLiteral("81 1A 10 00 43 31 36 31 5E 46 30 34 36 2E 36 31 30 30 "
-                                        "5E 4C 53 5E 50 52 5E 44 52 D7"));
-        QCOMPARE(out.last(), QStringLiteral("81 04 02 00 00 FA"));
+        QCOMPARE(out.first(), u"81 04 01 01 00 FA"_s);
+        QCOMPARE(out[1], u"81 1A 10 00 43 31 36 31 5E 46 30 34 36 2E 36 31 30 30 "
+                         "5E 4C 53 5E 50 52 5E 44 52 D7"_s);
+        QCOMPARE(out.last(), u"81 04 02 00 00 FA"_s);
     }
 
     void usageError() {
         QTemporaryDir dir;
         const ProcessResult r =
-            runKestrelctl({QStringLiteral("--data-dir"), dir.path(), QStringLiteral("upload"),
-                           QStringLiteral("--search"), QStringLiteral("--port"),
-                           QStringLiteral("COM1"), QStringLiteral("--cable"), QStringLiteral("4")});
+            runKestrelctlIn(dir.path(), {"upload", "--search", "--port", "COM1", "--cable", "4"});
         QCOMPARE(r.exitCode, 1);
         QVERIFY(r.err.contains("usage: kestrelctl"));
         QVERIFY(snapshotTree(dir.path()).isEmpty());
@@ -84,32 +74,23 @@ private Q_SLOTS:
     // made by the simulator, one through a [Ports] entry to a scanner that never answers.
     void uploadAgainstSimulator() {
         QTemporaryDir dir;
-        const QStringList base{QStringLiteral("--data-dir"), dir.path()};
-        QCOMPARE(runKestrelctl(base + QStringList{QStringLiteral("set"), QStringLiteral("--bank"),
-                                                  QStringLiteral("2"), QStringLiteral("--slot"),
-                                                  QStringLiteral("3"),
-                                                  QStringLiteral("462.5625,Test,True,False,True")})
-                     .exitCode,
+        const QString ch = u"462.5625,Test,True,False,True"_s;
+        QCOMPARE(runKestrelctlIn(dir.path(), {"set", "--bank", "2", "--slot", "3", ch}).exitCode,
                  0);
-        const QString linkPath = dir.filePath(QStringLiteral("scanner"));
+        const QString linkPath = dir.filePath(u"scanner"_s);
         Simulator good;
-        QVERIFY(good.start({QStringLiteral("--cable"), QStringLiteral("3"),
-                            QStringLiteral("--split"), QStringLiteral("--link"), linkPath}));
+        QVERIFY(good.start({"--cable", "3", "--split", "--link", linkPath}));
         QCOMPARE(QFileInfo(linkPath).symLinkTarget(), good.device);
         Simulator mute;
-        QVERIFY(mute.start({QStringLiteral("--stop-after"), QStringLiteral("0")}));
-        QString ini = QString::fromUtf8(readFile(dir.filePath(QStringLiteral("Main.ini"))));
-        ini += QStringLiteral("\n[Ports]\nCOM7=") + mute.device + QLatin1Char('\n');
-        writeFile(dir.filePath(QStringLiteral("Main.ini")), ini.toUtf8());
+        QVERIFY(mute.start({"--stop-after", "0"}));
+        const QString ini = dir.filePath(u"Main.ini"_s);
+        writeFile(ini, readFile(ini) + "\n[Ports]\nCOM7=" + mute.device.toUtf8() + '\n');
 
+        const QStringList base{u"--data-dir"_s, dir.path(), u"upload"_s};
         std::unique_ptr<QProcess> upGood(
-            startCtl(base + QStringList{QStringLiteral("upload"), QStringLiteral("--bank"),
-                                        QStringLiteral("2"), QStringLiteral("--port"), linkPath,
-                                        QStringLiteral("--cable"), QStringLiteral("3")}));
+            startCtl(base + QStringList{"--bank", "2", "--port", linkPath, "--cable", "3"}));
         std::unique_ptr<QProcess> upMute(
-            startCtl(base + QStringList{QStringLiteral("upload"), QStringLiteral("--search"),
-                                        QStringLiteral("--port"), QStringLiteral("COM7"),
-                                        QStringLiteral("--cable"), QStringLiteral("3")}));
+            startCtl(base + QStringList{"--search", "--port", "COM7", "--cable", "3"}));
         QVERIFY(upGood->waitForFinished(60000));
         QVERIFY(upMute->waitForFinished(60000));
 
@@ -120,23 +101,16 @@ private Q_SLOTS:
 
         const QStringList seen = good.stop();
         QVERIFY(!QFileInfo::exists(linkPath));
-        QVERIFY(seen.contains(QStringLiteral("C023^F462.5625^LS^PS^DR")));
-        QVERIFY(seen.contains(QStringLiteral("End")));
+        QVERIFY(seen.contains(u"C023^F462.5625^LS^PS^DR"_s));
+        QVERIFY(seen.contains(u"End"_s));
         // What the scanner now holds is what the memory had, without the descriptions.
-        const ProcessResult shown =
-            runKestrelctl(base + QStringList{QStringLiteral("show"), QStringLiteral("--bank"),
-                                             QStringLiteral("2")});
-        static const QRegularExpression desc(QStringLiteral("^(\\d+,[^,]*,)[^,]*(,.*)$"));
-        for (const QByteArray& l : shown.out.split('\n')) {
-            if (l.isEmpty())
-                continue;
-            QString expected = QString::fromUtf8(l);
-            expected.replace(desc, QStringLiteral("\\1\\2"));
-            QVERIFY2(seen.contains(expected), qPrintable(expected));
-        }
+        static const QRegularExpression desc(u"^(\\d+,[^,]*,)[^,]*(,.*)$"_s);
+        for (QString expected :
+             outputLines(runKestrelctlIn(dir.path(), {"show", "--bank", "2"}).out))
+            QVERIFY2(seen.contains(expected.replace(desc, u"\\1\\2"_s)), qPrintable(expected));
         const QStringList unanswered = mute.stop();
-        QCOMPARE(unanswered.count(QStringLiteral("Start")), 1);
-        QVERIFY(!unanswered.contains(QStringLiteral("End")));
+        QCOMPARE(unanswered.count(u"Start"_s), 1);
+        QVERIFY(!unanswered.contains(u"End"_s));
     }
 };
 

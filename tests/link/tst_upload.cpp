@@ -17,6 +17,7 @@
 
 using namespace kestrel;
 using namespace kestrel::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -42,21 +43,13 @@ struct Rig {
     }
 
     void run(Kind kind, int bank = 0) {
-        switch (kind) {
-        case All:
-            link.SendAllChannels();
-            break;
-        case Bank:
-            link.SendBank(quint8(bank));
-            break;
-        case Search:
-            link.SendSearch();
-            break;
-        }
+        kind == All    ? link.SendAllChannels()
+        : kind == Bank ? link.SendBank(quint8(bank))
+                       : link.SendSearch();
     }
 
     // Lets the simulator take the bytes still on their way (two-wire uploads do not wait).
-    void settle() { QTRY_VERIFY_WITH_TIMEOUT(sim.lines().contains(QStringLiteral("End")), 5000); }
+    void settle() { QTRY_VERIFY_WITH_TIMEOUT(sim.lines().contains(u"End"_s), 5000); }
 };
 
 ScannerSimulator::Options fast(int cable) {
@@ -143,15 +136,14 @@ private Q_SLOTS:
                     continue;
                 }
                 QCOMPARE(held.Freq, FreqToDouble(Freq2Str(sent.Freq)));
-                QCOMPARE(held.Delay, sent.Delay);
-                QCOMPARE(held.Priority, sent.Priority);
-                QCOMPARE(held.Lockout, sent.Lockout);
+                QVERIFY(held.Delay == sent.Delay && held.Priority == sent.Priority &&
+                        held.Lockout == sent.Lockout);
             }
             QCOMPARE(rig.sim.model().framesReceived(), last - first + 3);
         }
         // Nothing the scanner could not read.
         for (const QString& l : rig.sim.lines())
-            QVERIFY2(!l.contains(QStringLiteral("-Err")), qPrintable(l));
+            QVERIFY2(!l.contains(u"-Err"_s), qPrintable(l));
     }
 
     void missingAnswer_data() {
@@ -187,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(rig.sim.model().framesReceived(), framesSeen);
         QCOMPARE(chans.count() + srchs.count(), progressEvents);
         QCOMPARE(debug.last().at(0).toInt(), 1);
-        QCOMPARE(debug.last().at(1).toString(), QStringLiteral("<< Rx TimedOut..."));
+        QCOMPARE(debug.last().at(1).toString(), u"<< Rx TimedOut..."_s);
     }
 
     void portVanishes_data() {
@@ -217,7 +209,7 @@ private Q_SLOTS:
         rig.link.SendBank(1);
         QCOMPARE(timeouts.count(), 2);
         QCOMPARE(rig.prompts.messages().size(), 1);
-        QVERIFY(rig.prompts.messages()[0].text.startsWith(QStringLiteral("PortOpen: ")));
+        QVERIFY(rig.prompts.messages()[0].text.startsWith(u"PortOpen: "_s));
         QCOMPARE(rig.prompts.messages()[0].icon, Icon::Critical);
     }
 

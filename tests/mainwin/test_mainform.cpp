@@ -6,20 +6,28 @@
 #include "core/freq.h"
 #include "core/profiles.h"
 #include "link/kestrelcomm.h"
+#include "mainwin/guiprompts.h"
 #include "mainwin/inplaceedit.h"
 #include "mainwin/mainform.h"
 #include "testsupport.h"
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
+#include <QMessageBox>
 #include <QTabBar>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <functional>
 #include <memory>
 
 using namespace kestrel;
+using namespace Qt::StringLiterals;
 using kestrel::test::readFile;
 
 namespace {
@@ -43,6 +51,20 @@ QPoint cellCenter(QTableWidget* list, int row, int column) {
 
 void doubleClickCell(QTableWidget* list, int row, int column) {
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, cellCenter(list, row, column));
+}
+
+// Runs `act` on the modal dialog once it is shown.
+void whenModal(std::function<void(QWidget*)> act) {
+    auto* timer = new QTimer;
+    timer->setInterval(10);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
+        if (QWidget* w = QApplication::activeModalWidget()) {
+            timer->deleteLater();
+            timer->stop();
+            act(w);
+        }
+    });
+    timer->start();
 }
 
 } // namespace
@@ -143,7 +165,7 @@ private Q_SLOTS:
 
     void startUpAndTabSwitches() {
         MainForm& form = startFresh();
-        QCOMPARE(form.windowTitle(), QStringLiteral("Kestrel Manager [Main]"));
+        QCOMPARE(form.windowTitle(), u"Kestrel Manager [Main]"_s);
         QVERIFY(!form.ProfTxt()->isEnabled());
         const QStringList bankItems = {"ClearCurrBankMenuItem", "LoadBankMenuItem",
                                        "SaveBankAsMenuItem", "DefaultBankMenuItem"};
@@ -165,77 +187,65 @@ private Q_SLOTS:
         QCOMPARE(m_ctx->CurBank, 2);
         // Another profile keeps the bank and shows its own channels.
         clickProfileTab(3);
-        QCOMPARE(form.BankTxt()->text(), QStringLiteral("Bank32"));
+        QCOMPARE(form.BankTxt()->text(), u"Bank32"_s);
         QVERIFY(form.ProfTxt()->isEnabled());
-        editCell(form.ChnlsLv(), 0, ColDesc, QStringLiteral("Profile three"));
-        QCOMPARE(prof(3).Banks[2].Chans[1].Desc, QStringLiteral("Profile three"));
+        editCell(form.ChnlsLv(), 0, ColDesc, u"Profile three"_s);
+        QCOMPARE(prof(3).Banks[2].Chans[1].Desc, u"Profile three"_s);
         clickProfileTab(0);
-        QCOMPARE(cell(form.ChanLV(), 20, ColDesc), QStringLiteral("Chan #021"));
+        QCOMPARE(cell(form.ChanLV(), 20, ColDesc), u"Chan #021"_s);
     }
 
-    void frequencyCommit_data() {
+    // The first channel of a tab edited in the list: a typed frequency, or double clicks on the
+    // switches ("D"elay, "P"riority, "L"ock-out, "#" the number column); the list, the list of
+    // all channels and the record then show frequency, delay, priority and lock-out.
+    void channelEdits_data() {
         QTest::addColumn<int>("tab");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QStringList>("after"); // frequency, delay, priority, l/out
-        QTest::newRow("locked-out channel gains a frequency")
-            << 8 << 0 << "146.52" << QStringList({"146.520000", "True", "False", "False"});
-        QTest::newRow("below the band locks out")
-            << 0 << 0 << "20" << QStringList({"000.000000", "False", "False", "True"});
-        QTest::newRow("flags of a scanned channel stay")
-            << 0 << 2 << "462.5625" << QStringList({"462.562500", "False", "False", "False"});
+        QTest::addColumn<QString>("acts");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("locked-out channel gains a frequency") << 8 << "146.52"
+                                                              << "146.520000,True,False,False";
+        QTest::newRow("below the band locks out") << 0 << "20"
+                                                  << "000.000000,False,False,True";
+        QTest::newRow("flags of a scanned channel stay") << 0 << "462.5625"
+                                                         << "462.562500,False,False,False";
+        QTest::newRow("delay") << 0 << "D"
+                               << "40.500000,True,False,False";
+        QTest::newRow("priority") << 0 << "P"
+                                  << "40.500000,False,True,False";
+        QTest::newRow("lock out drops delay") << 0 << "D L"
+                                              << "40.500000,False,False,True";
+        QTest::newRow("scanned again gains delay") << 0 << "L L"
+                                                   << "40.500000,True,False,False";
+        QTest::newRow("empty: delay stays off") << 9 << "L"
+                                                << "000.000000,False,False,False";
+        QTest::newRow("empty: delay stays on") << 9 << "D L"
+                                               << "000.000000,True,False,False";
+        QTest::newRow("number column") << 0 << "#"
+                                       << "40.500000,False,False,False";
     }
-    void frequencyCommit() {
+    void channelEdits() {
         QFETCH(int, tab);
-        QFETCH(int, row);
-        QFETCH(QString, typed);
-        QFETCH(QStringList, after);
-        MainForm& form = startFresh();
-        clickBankTab(tab);
-        clearChanged();
-        editCell(form.ChnlsLv(), row, ColFreq, typed);
-        const QList<int> columns = {ColFreq, ColDelay, ColPriority, ColLockout};
-        QCOMPARE(cells(form.ChnlsLv(), row, columns), after);
-        const ChannelRec& rec = prof().Banks[tab + 1].Chans[row + 1];
-        QCOMPARE(QStringList({FreqToString(rec.Freq), BoolToString(rec.Delay),
-                              BoolToString(rec.Priority), BoolToString(rec.Lockout)}),
-                 after);
-        QVERIFY(prof().Banks[tab + 1].Changed && prof().Changed);
-        QCOMPARE(cells(form.ChanLV(), ChannelNumber(tab + 1, row + 1) - 1, columns), after);
-    }
-
-    void flagToggles_data() {
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QList<int>>("clicks");
-        QTest::addColumn<QString>("after"); // delay, priority, l/out
-        QTest::newRow("delay") << 0 << QList<int>{ColDelay} << "True,False,False";
-        QTest::newRow("priority") << 0 << QList<int>{ColPriority} << "False,True,False";
-        QTest::newRow("lock out drops delay")
-            << 0 << QList<int>{ColDelay, ColLockout} << "False,False,True";
-        QTest::newRow("scanned again gains delay")
-            << 0 << QList<int>{ColLockout, ColLockout} << "True,False,False";
-        QTest::newRow("empty: delay stays off")
-            << 9 << QList<int>{ColLockout} << "False,False,False";
-        QTest::newRow("empty: delay stays on")
-            << 9 << QList<int>{ColDelay, ColLockout} << "True,False,False";
-        QTest::newRow("number column") << 0 << QList<int>{ColChanNumber} << "False,False,False";
-    }
-    void flagToggles() {
-        QFETCH(int, tab);
-        QFETCH(QList<int>, clicks);
-        MainForm& form = startFresh();
-        clickBankTab(tab);
-        clearChanged();
-        for (int column : clicks)
-            doubleClickCell(form.ChnlsLv(), 0, column);
+        QFETCH(QString, acts);
         QFETCH(QString, after);
-        QCOMPARE(cells(form.ChnlsLv(), 0, {ColDelay, ColPriority, ColLockout}).join(','), after);
+        MainForm& form = startFresh();
+        clickBankTab(tab);
+        clearChanged();
+        const QMap<QString, int> switches{
+            {"D", ColDelay}, {"P", ColPriority}, {"L", ColLockout}, {"#", ColChanNumber}};
+        for (const QString& act : acts.split(u' '))
+            if (switches.contains(act))
+                doubleClickCell(form.ChnlsLv(), 0, switches[act]);
+            else
+                editCell(form.ChnlsLv(), 0, ColFreq, act);
+        const QList<int> columns = {ColFreq, ColDelay, ColPriority, ColLockout};
+        QCOMPARE(cells(form.ChnlsLv(), 0, columns).join(','), after);
+        QCOMPARE(cells(form.ChanLV(), ChannelNumber(tab + 1, 1) - 1, columns).join(','), after);
         const ChannelRec& rec = prof().Banks[tab + 1].Chans[1];
-        QCOMPARE(QStringList({BoolToString(rec.Delay), BoolToString(rec.Priority),
-                              BoolToString(rec.Lockout)})
+        QCOMPARE(QStringList({FreqToString(rec.Freq), BoolToString(rec.Delay),
+                              BoolToString(rec.Priority), BoolToString(rec.Lockout)})
                      .join(','),
                  after);
-        QCOMPARE(prof().Changed, clicks.first() != ColChanNumber);
+        QCOMPARE(prof().Changed && prof().Banks[tab + 1].Changed, acts != u"#");
         QVERIFY(!form.FreqTxt()->isVisible() && !form.DescTxt()->isVisible());
     }
 
@@ -244,11 +254,11 @@ private Q_SLOTS:
         QTableWidget* list = form.ChnlsLv();
         // Escape abandons; so does leaving a box opened without typing.
         doubleClickCell(list, 3, ColFreq);
-        QTest::keyClicks(form.FreqTxt(), QStringLiteral("300"));
+        QTest::keyClicks(form.FreqTxt(), u"300"_s);
         QTest::keyClick(form.FreqTxt(), Qt::Key_Escape);
         QVERIFY(!form.FreqTxt()->isVisible());
         form.BankTxt()->setFocus();
-        QCOMPARE(cell(list, 3, ColFreq), QStringLiteral("122.000000"));
+        QCOMPARE(cell(list, 3, ColFreq), u"122.000000"_s);
         doubleClickCell(list, 3, ColFreq);
         form.BankTxt()->setFocus();
         QVERIFY(!form.FreqTxt()->isVisible());
@@ -256,7 +266,7 @@ private Q_SLOTS:
         // A box is never left empty: it falls back to the stored value.
         doubleClickCell(list, 0, ColFreq);
         QTest::keyClick(form.FreqTxt(), Qt::Key_Delete);
-        QCOMPARE(form.FreqTxt()->text(), QStringLiteral("40.500000"));
+        QCOMPARE(form.FreqTxt()->text(), u"40.500000"_s);
         QTest::keyClick(form.FreqTxt(), Qt::Key_Escape);
         // F2 starts the edit from the keyboard; "," is refused in a description.
         list->setFocus();
@@ -264,17 +274,17 @@ private Q_SLOTS:
         QTest::keyClick(list, Qt::Key_F2);
         QVERIFY(form.DescTxt()->isVisible());
         QTest::keyClick(form.DescTxt(), Qt::Key_Backspace);
-        QCOMPARE(form.DescTxt()->text(), QStringLiteral("Chan #005"));
-        QTest::keyClicks(form.DescTxt(), QStringLiteral("Fire, East"));
+        QCOMPARE(form.DescTxt()->text(), u"Chan #005"_s);
+        QTest::keyClicks(form.DescTxt(), u"Fire, East"_s);
         QTest::keyClick(form.DescTxt(), Qt::Key_Return);
         QVERIFY(list->hasFocus());
-        QCOMPARE(cell(list, 4, ColDesc), QStringLiteral("Fire East"));
+        QCOMPARE(cell(list, 4, ColDesc), u"Fire East"_s);
         // Switching the bank mid-edit commits into the edited bank.
         doubleClickCell(list, 1, ColFreq);
-        QTest::keyClicks(form.FreqTxt(), QStringLiteral("151.625"));
+        QTest::keyClicks(form.FreqTxt(), u"151.625"_s);
         form.BankTab()->setCurrentIndex(3);
         QCOMPARE(prof().Banks[1].Chans[2].Freq, 151625000.0);
-        QCOMPARE(prof().Banks[4].Chans[2].Desc, QStringLiteral("Chan #062"));
+        QCOMPARE(prof().Banks[4].Chans[2].Desc, u"Chan #062"_s);
         closeForm();
         QVERIFY(readFile(bankPath("Bank01")).contains("Channel05=122.200000,Fire East,"));
     }
@@ -283,31 +293,26 @@ private Q_SLOTS:
         MainForm& form = startSaved();
         clickBankTab(10);
         QTableWidget* list = form.SearchLV();
-        editCell(list, 0, ColUpper, QStringLiteral("30"));
-        editCell(list, 1, ColSrchDesc, QStringLiteral("Low, band"));
-        editCell(list, 2, ColLower, QStringLiteral("1000"));
+        editCell(list, 0, ColUpper, u"30"_s);
+        editCell(list, 1, ColSrchDesc, u"Low, band"_s);
+        editCell(list, 2, ColLower, u"1000"_s);
         QCOMPARE(cells(list, 0, {1, 2}), QStringList({"25.000000", "30.000000"}));
-        QCOMPARE(cell(list, 2, ColLower), QStringLiteral("000.000000"));
+        QCOMPARE(cell(list, 2, ColLower), u"000.000000"_s);
         closeForm();
         const auto next = reloaded();
         QCOMPARE(next->Profiles[0].Searches[1].Upper, 30000000.0);
-        QCOMPARE(next->Profiles[0].Searches[2].Desc, QStringLiteral("Low band"));
+        QCOMPARE(next->Profiles[0].Searches[2].Desc, u"Low band"_s);
         QCOMPARE(next->Profiles[0].Searches[3].Lower, 0.0);
     }
 
     void popUpCommands_data() {
-        QTest::addColumn<bool>("allChannels");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<int>("bank");
-        QTest::addColumn<int>("slot");
-        QTest::newRow("bank list, channel 20") << false << 19 << 1 << 20;
-        QTest::newRow("all channels, channel 200") << true << 199 << 10 << 20;
+        QTest::addColumn<bool>("allChannels"); // channel 20 of bank 1, or channel 200
+        QTest::newRow("bank list") << false;
+        QTest::newRow("all channels") << true;
     }
     void popUpCommands() {
         QFETCH(bool, allChannels);
-        QFETCH(int, row);
-        QFETCH(int, bank);
-        QFETCH(int, slot);
+        const int row = allChannels ? 199 : 19, bank = allChannels ? 10 : 1, slot = 20;
         MainForm& form = startSaved();
         QTableWidget* view = form.ChnlsLv();
         if (allChannels) {
@@ -315,48 +320,35 @@ private Q_SLOTS:
             view = form.ChanLV();
         }
         const ChannelRec& rec = prof().Banks[bank].Chans[slot];
-        prof().Banks[bank].Chans[slot].Desc = QStringLiteral("Mine");
+        prof().Banks[bank].Chans[slot].Desc = u"Mine"_s;
         rightClickRow(view, row, "ClearSelectedMenuItem");
-        QCOMPARE(form.popUpTag(), allChannels ? QStringLiteral("Chan") : QStringLiteral("Chnls"));
+        QCOMPARE(form.popUpTag(), allChannels ? u"Chan"_s : u"Chnls"_s);
         QCOMPARE(QStringList({FreqToString(rec.Freq), rec.Desc, BoolToString(rec.Lockout)}),
                  QStringList({"000.000000", "Edit-Me", "True"}));
-        QCOMPARE(cell(view, row, ColDesc), QStringLiteral("Edit-Me"));
+        QCOMPARE(cell(view, row, ColDesc), u"Edit-Me"_s);
         rightClickRow(view, row, "UseDefaultsMenuItem");
-        QCOMPARE(rec.Desc, QStringLiteral("Chan #") + Num3(ChannelNumber(bank, slot)));
+        QCOMPARE(rec.Desc, u"Chan #"_s + Num3(ChannelNumber(bank, slot)));
         QVERIFY(!prof().Changed && !prof().Banks[bank].Changed);
     }
 
     void rename_data() {
         QTest::addColumn<int>("profile");
         QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("oldFile"); // relative to the data folder
-        QTest::addColumn<QString>("newFile");
-        QTest::newRow("bank, bad characters refused") << 0 << 2 << "Ma.ri/ne"
-                                                      << "Banks/Bank03.BKE"
-                                                      << "Banks/Marine.BKE";
-        QTest::newRow("search limits") << 0 << 10 << "Coast"
-                                       << "Banks/SrchBank00.SKE"
-                                       << "Banks/Coast.SKE";
-        QTest::newRow("profile") << 1 << -1 << "Club"
-                                 << "Profile01.ini"
-                                 << "Club.ini";
-        QTest::newRow("bank onto an existing file") << 0 << 0 << "Bank02"
-                                                    << ""
-                                                    << "";
-        QTest::newRow("search onto an existing file") << 0 << 10 << "SrchBank01"
-                                                      << ""
-                                                      << "";
-        QTest::newRow("profile onto an existing file") << 1 << -1 << "Profile02"
-                                                       << ""
-                                                       << "";
+        QTest::addColumn<QString>("names"); // typed name|old file|new file, in the data folder
+        QTest::newRow("bank, bad characters refused")
+            << 0 << 2 << "Ma.ri/ne|Banks/Bank03.BKE|Banks/Marine.BKE";
+        QTest::newRow("search limits") << 0 << 10 << "Coast|Banks/SrchBank00.SKE|Banks/Coast.SKE";
+        QTest::newRow("profile") << 1 << -1 << "Club|Profile01.ini|Club.ini";
+        QTest::newRow("bank onto an existing file") << 0 << 0 << "Bank02||";
+        QTest::newRow("search onto an existing file") << 0 << 10 << "SrchBank01||";
+        QTest::newRow("profile onto an existing file") << 1 << -1 << "Profile02||";
     }
     void rename() {
         QFETCH(int, profile);
         QFETCH(int, tab);
-        QFETCH(QString, typed);
-        QFETCH(QString, oldFile);
-        QFETCH(QString, newFile);
+        QFETCH(QString, names);
+        const QString typed = names.section(u'|', 0, 0), oldFile = names.section(u'|', 1, 1),
+                      newFile = names.section(u'|', 2);
         MainForm& form = startSaved();
         clickProfileTab(profile);
         if (tab >= 0)
@@ -374,7 +366,7 @@ private Q_SLOTS:
         if (newFile.isEmpty()) {
             QCOMPARE(m_prompts->messages().size(), 1);
             QCOMPARE(m_prompts->messages().first().text,
-                     QStringLiteral("Can NOT Rename File, Destination May Exist Already!!!"));
+                     u"Can NOT Rename File, Destination May Exist Already!!!"_s);
             QCOMPARE(tabs->tabText(index), before);
             QCOMPARE(box->text(), before);
             QVERIFY(!prof().Changed);
@@ -387,7 +379,7 @@ private Q_SLOTS:
         QVERIFY(!File_Exists(m_dir->filePath(oldFile)));
         QCOMPARE(readFile(m_dir->filePath(newFile)), files.value(oldFile));
         if (tab < 0)
-            QCOMPARE(form.windowTitle(), QStringLiteral("Kestrel Manager [Club]"));
+            QCOMPARE(form.windowTitle(), u"Kestrel Manager [Club]"_s);
     }
 
     // Each View item shows its panel and is the one item disabled.
@@ -410,7 +402,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("tab");
         QTest::addColumn<int>("answer");
         QTest::addColumn<QStringList>("after"); // bank 2 slot 1, bank 5 slot 20, search 3
-        const QString m = QStringLiteral("Mine"), e = QStringLiteral("Edit-Me");
+        const QString m = u"Mine"_s, e = u"Edit-Me"_s;
         const int yes = int(Answer::Yes), no = int(Answer::No);
         QTest::newRow("clear all banks, no")
             << "ClearBanksMenuItem" << 1 << no << QStringList{m, m, m};
@@ -463,115 +455,140 @@ private Q_SLOTS:
         MainForm& form = startSaved();
         const QByteArray before = readFile(bankPath("Bank01"));
         trigger("ClearCurrBankMenuItem");
-        QCOMPARE(cell(form.ChnlsLv(), 0, ColDesc), QStringLiteral("Edit-Me"));
+        QCOMPARE(cell(form.ChnlsLv(), 0, ColDesc), u"Edit-Me"_s);
         clickBankTab(10);
         trigger("ClearSearchMenuItem");
         closeForm();
         QCOMPARE(readFile(bankPath("Bank01")), before);
         MainForm& again = start();
-        QCOMPARE(cell(again.ChnlsLv(), 0, ColDesc), QStringLiteral("Chan #001"));
-        QCOMPARE(cell(again.SearchLV(), 2, ColSrchDesc), QStringLiteral("Edit-Me"));
+        QCOMPARE(cell(again.ChnlsLv(), 0, ColDesc), u"Chan #001"_s);
+        QCOMPARE(cell(again.SearchLV(), 2, ColSrchDesc), u"Edit-Me"_s);
     }
 
     // Save Bank writes the bank at once and clears its flag; closing rewrites the profile's
     // settings and search files but not that bank file. An untouched profile is not written.
     void saveBankThenClosing() {
         MainForm& form = startSaved();
-        editCell(form.ChnlsLv(), 0, ColDesc, QStringLiteral("Saved now"));
+        editCell(form.ChnlsLv(), 0, ColDesc, u"Saved now"_s);
         trigger("SaveBankMenuItem");
         QVERIFY(readFile(bankPath("Bank01")).contains("Saved now"));
         QVERIFY(!prof().Banks[1].Changed && prof().Changed);
         const QByteArray saved = readFile(bankPath("Bank01"));
         rightClickRow(form.ChnlsLv(), 1, "ClearSelectedMenuItem");
-        QFile::remove(m_ctx->searchPath(QStringLiteral("SrchBank00")));
-        QFile::remove(m_ctx->settingsPath(QStringLiteral("Main")));
-        QFile::remove(m_ctx->settingsPath(QStringLiteral("Profile04")));
+        QFile::remove(m_ctx->searchPath(u"SrchBank00"_s));
+        QFile::remove(m_ctx->settingsPath(u"Main"_s));
+        QFile::remove(m_ctx->settingsPath(u"Profile04"_s));
         closeForm();
         QCOMPARE(readFile(bankPath("Bank01")), saved);
-        QVERIFY(File_Exists(m_ctx->searchPath(QStringLiteral("SrchBank00"))));
-        QVERIFY(File_Exists(m_ctx->settingsPath(QStringLiteral("Main"))));
-        QVERIFY(!File_Exists(m_ctx->settingsPath(QStringLiteral("Profile04"))));
+        QVERIFY(File_Exists(m_ctx->searchPath(u"SrchBank00"_s)));
+        QVERIFY(File_Exists(m_ctx->settingsPath(u"Main"_s)));
+        QVERIFY(!File_Exists(m_ctx->settingsPath(u"Profile04"_s)));
     }
 
     void fileDialogsCancelled_data() {
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<QString>("options"); // title|folder|pattern|preset
-        QTest::newRow("load profile") << "LoadProfileMenuItem"
-                                      << "Load Profile||*.ini|*.ini";
-        QTest::newRow("save profile as") << "SaveProfileAsMenuItem"
-                                         << "Save Profile As||*.ini|Main.ini";
-        QTest::newRow("load bank") << "LoadBankMenuItem"
-                                   << "Load Bank|Banks/|*.BKE|*.BKE";
-        QTest::newRow("save bank as") << "SaveBankAsMenuItem"
-                                      << "Save Bank As|Banks/|*.BKE|Untitled.BKE";
-        QTest::newRow("load search") << "LoadSearchMenuItem"
-                                     << "Load Search|Banks/|*.SKE|*.SKE";
-        QTest::newRow("save search as") << "SaveSearchAsMenuItem"
-                                        << "Save Search As|Banks/|*.SKE|*.SKE";
+        QTest::addColumn<QString>("options"); // item|title|folder|pattern|preset
+        QTest::newRow("load profile") << "LoadProfileMenuItem|Load Profile||*.ini|*.ini";
+        QTest::newRow("save profile as") << "SaveProfileAsMenuItem|Save Profile As||*.ini|Main.ini";
+        QTest::newRow("load bank") << "LoadBankMenuItem|Load Bank|Banks/|*.BKE|*.BKE";
+        QTest::newRow("save bank as")
+            << "SaveBankAsMenuItem|Save Bank As|Banks/|*.BKE|Untitled.BKE";
+        QTest::newRow("load search") << "LoadSearchMenuItem|Load Search|Banks/|*.SKE|*.SKE";
+        QTest::newRow("save search as") << "SaveSearchAsMenuItem|Save Search As|Banks/|*.SKE|*.SKE";
     }
     void fileDialogsCancelled() {
-        QFETCH(QString, item);
         QFETCH(QString, options);
+        const QString item = options.section(u'|', 0, 0);
         MainForm& form = startSaved();
-        clickBankTab(item.contains(QStringLiteral("Search")) ? 10 : 0);
+        clickBankTab(item.contains(u"Search"_s) ? 10 : 0);
         const auto before = kestrel::test::snapshotTree(m_dir->path());
         trigger(item);
         QCOMPARE(m_prompts->dialogs().size(), 1);
         const FileDialogOptions& d = m_prompts->dialogs().first();
-        QCOMPARE(QStringList({d.title, d.startDir, d.pattern, d.presetName}).join('|'),
-                 options.replace('|' + QStringLiteral("Banks/"), '|' + m_ctx->banksDir() + '/')
-                     .replace(QStringLiteral("||"), '|' + m_dir->path() + "/|"));
+        QCOMPARE(QStringList({item, d.title, d.startDir, d.pattern, d.presetName}).join('|'),
+                 options.replace('|' + u"Banks/"_s, '|' + m_ctx->banksDir() + '/')
+                     .replace(u"||"_s, '|' + m_dir->path() + "/|"));
         QVERIFY(m_prompts->messages().isEmpty() && !prof().Changed);
-        QCOMPARE(form.windowTitle(), QStringLiteral("Kestrel Manager [Main]"));
+        QCOMPARE(form.windowTitle(), u"Kestrel Manager [Main]"_s);
         QCOMPARE(kestrel::test::snapshotTree(m_dir->path()), before);
     }
 
     void bankThroughDialogs() {
         MainForm& form = startSaved();
         clickProfileTab(2);
-        m_prompts->queueFile(bankPath(QStringLiteral("Air.Band")));
+        m_prompts->queueFile(bankPath(u"Air.Band"_s));
         trigger("SaveBankAsMenuItem"); // bank 21, under a name with a dot
-        QCOMPARE(form.BankTab()->tabText(0), QStringLiteral("Air"));
+        QCOMPARE(form.BankTab()->tabText(0), u"Air"_s);
         clickBankTab(1);
-        m_prompts->queueFile(bankPath(QStringLiteral("Air.Band")));
+        m_prompts->queueFile(bankPath(u"Air.Band"_s));
         trigger("LoadBankMenuItem");
-        QCOMPARE(form.BankTab()->tabText(1), QStringLiteral("Air"));
-        QCOMPARE(form.BankTxt()->text(), QStringLiteral("Air"));
-        QCOMPARE(cell(form.ChnlsLv(), 0, ColDesc), QStringLiteral("Chan #001")); // bank 21's
+        QCOMPARE(form.BankTab()->tabText(1), u"Air"_s);
+        QCOMPARE(form.BankTxt()->text(), u"Air"_s);
+        QCOMPARE(cell(form.ChnlsLv(), 0, ColDesc), u"Chan #001"_s); // bank 21's
         QVERIFY(prof(2).Banks[2].Changed && prof(2).Changed && prof(0).Changed);
         closeForm();
         const auto next = reloaded();
-        QCOMPARE(next->Profiles[2].Banks[2].FileName, QStringLiteral("Air"));
-        QCOMPARE(next->Profiles[2].Banks[2].Chans[1].Desc, QStringLiteral("Chan #001"));
+        QCOMPARE(next->Profiles[2].Banks[2].FileName, u"Air"_s);
+        QCOMPARE(next->Profiles[2].Banks[2].Chans[1].Desc, u"Chan #001"_s);
     }
 
     void profileThroughDialogs() {
         MainForm& form = startSaved();
         clickProfileTab(2);
         clickBankTab(4);
-        editCell(form.ChnlsLv(), 0, ColDesc, QStringLiteral("Two"));
-        const QString travel = m_dir->filePath(QStringLiteral("Travel.ini"));
+        editCell(form.ChnlsLv(), 0, ColDesc, u"Two"_s);
+        const QString travel = m_dir->filePath(u"Travel.ini"_s);
         m_prompts->queueFile(travel);
         trigger("SaveProfileAsMenuItem");
-        QCOMPARE(form.windowTitle(), QStringLiteral("Kestrel Manager [Travel]"));
-        QCOMPARE(prof(2).Name, QStringLiteral("Profile02"));
+        QCOMPARE(form.windowTitle(), u"Kestrel Manager [Travel]"_s);
+        QCOMPARE(prof(2).Name, u"Profile02"_s);
         QVERIFY(readFile(travel).contains("Bank05=Bank25"));
         clickProfileTab(5);
         m_prompts->queueFile(travel);
         trigger("LoadProfileMenuItem");
-        QCOMPARE(form.ProfileTab()->tabText(5), QStringLiteral("Travel"));
-        QCOMPARE(form.BankTab()->tabText(4), QStringLiteral("Bank25"));
-        QCOMPARE(prof(5).Banks[5].Chans[1].Desc, QStringLiteral("Two"));
+        QCOMPARE(form.ProfileTab()->tabText(5), u"Travel"_s);
+        QCOMPARE(form.BankTab()->tabText(4), u"Bank25"_s);
+        QCOMPARE(prof(5).Banks[5].Chans[1].Desc, u"Two"_s);
         closeForm();
         QVERIFY(readFile(m_ctx->profileListPath()).contains("Profile05=Travel"));
     }
 
     void storedPositionIsPulledInsideTheScreen() {
         m_dir = std::make_unique<QTemporaryDir>();
-        kestrel::test::writeFile(m_dir->filePath(QStringLiteral("Main.ini")),
+        kestrel::test::writeFile(m_dir->filePath(u"Main.ini"_s),
                                  "[Settings]\nMainWindowPos=-50,99999\n");
         // The screen of the tests is 1920 x 1080 pixels; the window's design width is 700.
         QCOMPARE(start().pos(), QPoint(1920 - 700, 0));
+    }
+
+    // The real dialogs behind the prompts seam: what they show and what they report back.
+    void realDialogs() {
+        GuiPrompts prompts;
+        QString seen;
+        whenModal([&](QWidget* w) {
+            auto* box = qobject_cast<QMessageBox*>(w);
+            seen = box->windowTitle() + '|' + box->text() + '|' + QString::number(box->icon());
+            box->button(QMessageBox::No)->click();
+        });
+        QCOMPARE(prompts.message(u"Are You SURE?"_s, u"Kestrel Manager"_s, Icon::Exclamation,
+                                 Buttons::YesNo),
+                 Answer::No);
+        QCOMPARE(seen, u"Kestrel Manager|Are You SURE?|%1"_s.arg(QMessageBox::Warning));
+
+        QTemporaryDir dir;
+        kestrel::test::writeFile(dir.filePath(u"Air.BKE"_s), "[BankInfo]\n");
+        const FileDialogOptions open{u"Load Bank"_s, dir.path() + QLatin1Char('/'), u"*.BKE"_s,
+                                     u"BKE"_s, u"*.BKE"_s};
+        whenModal([&](QWidget* w) {
+            auto* dialog = qobject_cast<QFileDialog*>(w);
+            seen = dialog->windowTitle() + '|' + dialog->directory().absolutePath() + '|' +
+                   dialog->nameFilters().join(',');
+            dialog->selectFile(u"Air.BKE"_s);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        QCOMPARE(prompts.openFile(open), std::optional(dir.filePath(u"Air.BKE"_s)));
+        QCOMPARE(seen, u"Load Bank|%1|*.BKE"_s.arg(QDir(dir.path()).absolutePath()));
+        whenModal([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
+        QVERIFY(!prompts.openFile(open).has_value());
     }
 };
 

@@ -12,6 +12,7 @@
 
 using namespace kestrel;
 using namespace kestrel::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -27,17 +28,10 @@ struct Fixture {
         p.Changed = false;
     }
     QString csv(const QByteArray& bytes) {
-        writeFile(dir.filePath(QStringLiteral("in.csv")), bytes);
-        return dir.filePath(QStringLiteral("in.csv"));
+        writeFile(dir.filePath(u"in.csv"_s), bytes);
+        return dir.filePath(u"in.csv"_s);
     }
 };
-
-QList<int> ints(const QString& list) {
-    QList<int> out;
-    for (const QString& p : list.split(u','))
-        out.append(p.toInt());
-    return out;
-}
 
 // The data lines of an export, i.e. what an import left behind, in a readable form.
 QStringList csvRows(const QByteArray& csv, int count) {
@@ -56,11 +50,7 @@ QStringList numberedRows(int n, const char* pattern) {
 }
 
 ProcessResult ctl(const QTemporaryDir& dir, const QStringList& args) {
-    return runKestrelctl(QStringList{QStringLiteral("--data-dir"), dir.path()} + args);
-}
-
-QStringList outLines(const ProcessResult& r) {
-    return QString::fromUtf8(r.out).split(u'\n', Qt::SkipEmptyParts);
+    return runKestrelctlIn(dir.path(), args);
 }
 
 } // namespace
@@ -68,284 +58,269 @@ QStringList outLines(const ProcessResult& r) {
 class TestCsv : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void columnCount_data();
-    void columnCount();
-    void frequency_data();
-    void frequency();
-    void importBank_data();
-    void importBank();
-    void importSearch_data();
-    void importSearch();
-    void exportBank();
-    void roundTripBank_data();
-    void roundTripBank();
-    void cliExport();
-    void cliImport();
-    void cliUsageErrors_data();
-    void cliUsageErrors();
+    void columnCount_data() {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<int>("count");
+        QTest::newRow("two and a trailing comma") << "Name,Frequency," << 2;
+        QTest::newRow("empty middle field counts") << "a,,c" << 3;
+        QTest::newRow("two trailing commas") << "a,," << 2;
+        QTest::newRow("empty line") << "" << 0;
+        QTest::newRow("forty fields") << u"x,"_s.repeated(39) + "x" << 30;
+    }
+
+    void columnCount() {
+        QFETCH(QString, line);
+        QTEST(CsvColumnCount(line), "count");
+    }
+
+    void frequency_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("hz");
+        QTest::newRow("six decimals") << "146.520000" << 146520000.0;
+        QTest::newRow("two decimals clamp low") << "146.52" << 25000000.0;
+        QTest::newRow("above the band") << "999.000000" << 956000000.0;
+        QTest::newRow("empty") << "" << 25000000.0;
+        QTest::newRow("every point removed") << "1.4.6.5.2.0.0.0.0" << 146520000.0;
+        QTest::newRow("four decimals, four digits") << "0460.0250" << 25000000.0;
+        QTest::newRow("whole hertz") << "162550000" << 162550000.0;
+        QTest::newRow("not a number") << "abc" << 25000000.0;
+        QTest::newRow("blank around") << " 146.520000 " << 146520000.0;
+    }
+
+    void frequency() {
+        QFETCH(QString, text);
+        QTEST(CsvFrequency(text), "hz");
+    }
+
+    void importBank_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("columns"); // per field: Description, Frequency, Delay, ...
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QStringList>("rows"); // the slots after these keep their channels
+        QTest::addColumn<QString>("error");
+        const int yes = int(Answer::Yes);
+        const QString unknown = u"UnKnown,102.100000,False,False,False"_s;
+        QTest::newRow("defaults") << QByteArray(
+                                         "Name,Freq,\nFire,146.520000\nEMS,155.340000\nTow,1\n")
+                                  << "0,0,0,0,0" << yes << 3
+                                  << QStringList{unknown, unknown, unknown} << "";
+        QTest::newRow("columns in any order")
+            << QByteArray("Freq,Name,Flags,Lock\n146.520000,Fire Dispatch,True,False\n"
+                          "40.500000,Air,T,1\n999.000000,Too high,yes,True\n")
+            << "2,1,3,4,3" << yes << 3
+            << QStringList{"Fire Dispatch,146.520000,True,False,True",
+                           "Air,40.500000,True,True,True", "Too high,956.000000,False,True,False"}
+            << "";
+        const QByteArray lines25 = numbered("Name,Freq\n", 25, "Line %d,%d.000000\n");
+        QTest::newRow("answer No")
+            << lines25 << "1,2,0,0,0" << int(Answer::No) << -1 << QStringList() << "";
+        QTest::newRow("at most 20 lines")
+            << lines25 << "1,2,0,0,0" << yes << 20
+            << numberedRows(20, "Line %d,%d.000000,False,False,False\n") << "";
+        QTest::newRow("a short line ends the import")
+            << QByteArray(
+                   "Name,Freq,Delay\nFire,146.520000,True\nEMS,155.340000\nTow,157.000000,1\n")
+            << "1,2,3,0,0" << yes << 1
+            << QStringList{"Fire,146.520000,True,False,False", "EMS,155.340000,True,True,True"}
+            << "FrmCsvImport -> BankBtn";
+        const QByteArray lf = "Beschreibung,Frequenz\nFeuerwehr S\xC3\xBC"
+                              "d,146.520000\nZoll,163.200000\n";
+        QByteArray crlf = lf;
+        crlf.replace("\n", "\r\n");
+        QByteArray ansi = crlf;
+        ansi.replace("\xC3\xBC", "\xFC");
+        const QStringList german = {"Feuerwehr Süd,146.520000,False,False,False",
+                                    "Zoll,163.200000,False,False,False"};
+        QTest::newRow("CR") << QByteArray(lf).replace('\n', '\r') << "1,2,0,0,0" << yes << 2
+                            << german << "";
+        QTest::newRow("BOM, CRLF")
+            << "\xEF\xBB\xBF" + crlf << "1,2,0,0,0" << yes << 2 << german << "";
+        QTest::newRow("Windows-1252, CRLF") << ansi << "1,2,0,0,0" << yes << 2 << german << "";
+    }
+
+    void importBank() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, columns);
+        QFETCH(int, answer);
+        QFETCH(int, count);
+        QFETCH(QStringList, rows);
+        QFETCH(QString, error);
+        Fixture f;
+        f.ctx.CurBank = 3;
+        f.p.Banks[3].Chans.fill(ChannelRec{150e6, u"Old"_s, true, true, true});
+        f.prompts.queueAnswer(Answer(answer));
+        CsvImport imp(f.ctx);
+        QVERIFY(imp.open(f.csv(bytes)));
+        QCOMPARE(imp.importToBank(ints(columns)), count);
+        QCOMPARE(f.prompts.messages().size(), error.isEmpty() ? 1 : 2); // the question, the error
+        QCOMPARE(f.prompts.messages()[0].text, u"OverWrite *ALL* Data in the Current Bank?"_s);
+        QCOMPARE(f.prompts.messages()[0].buttons, Buttons::YesNo);
+        QCOMPARE(f.prompts.messages()[0].icon, Icon::Question);
+        while (rows.size() < ChansPerBank)
+            rows.append(u"Old,150.000000,True,True,True"_s);
+        QCOMPARE(csvRows(BankCsv(f.p.Banks[3]), ChansPerBank), rows);
+        QCOMPARE(f.p.Banks[3].Changed, count > 0);
+        QVERIFY(!f.p.Banks[2].Changed);
+        QCOMPARE(f.ctx.errors.reportCount() ? f.ctx.errors.currentLabel() : QString(), error);
+        if (error.isEmpty())
+            QCOMPARE(f.p.Changed, count > 0);
+    }
+
+    void importSearch_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("columns");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QStringList>("rows"); // the ranges after these keep theirs
+        QTest::addColumn<QString>("error");
+        QTest::newRow("at most 10 ranges")
+            << numbered("Name,Low,High\n", 12, "Range %d,%d.000000,%d.500000\n") << "1,2,3" << 10
+            << numberedRows(10, "Range %d,%d.000000,%d.500000\n") << "";
+        QTest::newRow("defaults") << QByteArray("x\n1\n2\n") << "0,0,0" << 2
+                                  << QStringList{"UnKnown,25.000000,956.000000",
+                                                 "UnKnown,25.000000,956.000000"}
+                                  << "";
+        QTest::newRow("a short line ends the import")
+            << QByteArray("a,b,c\nOne,25.000000,30.000000\nTwo,40.000000,50.000000\nThree\n")
+            << "1,2,3" << 2
+            << QStringList{"One,25.000000,30.000000", "Two,40.000000,50.000000",
+                           "Three,150.000000,160.000000"}
+            << "FrmCsvImport -> SearchBtn";
+    }
+
+    void importSearch() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, columns);
+        QFETCH(int, count);
+        QFETCH(QStringList, rows);
+        QFETCH(QString, error);
+        Fixture f;
+        f.p.Searches.fill(SearchRec{150e6, 160e6, u"Old"_s});
+        CsvImport imp(f.ctx);
+        QVERIFY(imp.open(f.csv(bytes)));
+        QCOMPARE(imp.importToSearch(ints(columns)), count);
+        QCOMPARE(f.prompts.messages().size(), error.isEmpty() ? 0 : 1); // no question
+        while (rows.size() < SearchCount)
+            rows.append(u"Old,150.000000,160.000000"_s);
+        QCOMPARE(csvRows(SearchCsv(f.p), SearchCount), rows);
+        QCOMPARE(f.p.Changed, error.isEmpty());
+        QCOMPARE(f.ctx.errors.reportCount() ? f.ctx.errors.currentLabel() : QString(), error);
+        QByteArray keys = "[SrchInfo]\r\n";
+        for (int i = 1; i <= count; ++i)
+            keys += "Search" + Num2(i).toLatin1() + "=\r\n";
+        QCOMPARE(readFile(f.dir.filePath(u"Banks/SeachBankTmp.SKE"_s)), keys);
+    }
+
+    void exportBank() {
+        BankRec bank;
+        bank.Chans[1] = ChannelRec{146520000, u"Fire Dispatch"_s, true, false, true};
+        bank.Chans[2] = ChannelRec{851012500, u"Trunk, North"_s, false, true, false};
+        bank.Chans[3] = ChannelRec{40500000, QString()};
+        const QStringList lines = QString::fromUtf8(BankCsv(bank)).split(u'\n');
+        QCOMPARE(lines.size(), 22); // header, 20 channels, the empty text after the last line end
+        QCOMPARE(lines[0], u"Description,Frequency,Delay,Lock-Out,Priority"_s);
+        QCOMPARE(lines[1], u"Fire Dispatch,146.520000,True,False,True"_s);
+        QCOMPARE(lines[2], u"Trunk; North,851.012500,False,True,False"_s);
+        QCOMPARE(lines[3], u",40.500000,False,False,False"_s);
+        QCOMPARE(lines[20], u",000.000000,False,False,False"_s);
+        QCOMPARE(lines[21], QString());
+    }
+
+    void roundTripBank_data() {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<bool>("custom");
+        QTest::newRow("factory bank 1") << 1 << false;
+        QTest::newRow("factory bank 8, half empty") << 8 << false;
+        QTest::newRow("edited bank 5") << 5 << true;
+    }
+
+    void roundTripBank() {
+        QFETCH(int, from);
+        QFETCH(bool, custom);
+        Fixture f;
+        auto& chans = f.p.Banks[from].Chans;
+        if (custom) {
+            chans[1] = ChannelRec{25000000, u"Lowest"_s, true, true, true};
+            chans[2] = ChannelRec{956000000, u"Highest"_s, false, false, true};
+            chans[3] = ChannelRec{462562500, u"FRS 1 Süd"_s, true, false, false};
+            chans[4] = ChannelRec{0, u"Empty but named"_s, false, true, false};
+            chans[5] = ChannelRec{155340000, QString()};
+        }
+        const QString path = f.dir.filePath(u"out.csv"_s);
+        QVERIFY(SaveCsvFile(f.ctx, BankCsv(f.p.Banks[from]), path));
+        f.ctx.CurBank = 10;
+        CsvImport imp(f.ctx);
+        QVERIFY(imp.open(path));
+        QCOMPARE(imp.columnCount(), 5);
+        QCOMPARE(imp.importToBank({1, 2, 3, 4, 5}), 20);
+        QCOMPARE(f.ctx.errors.reportCount(), 0);
+        for (int c = 1; c <= ChansPerBank; ++c) {
+            ChannelRec expected = chans[c];
+            // Read from its file, 131.4500 MHz is 131449999.99999999 Hz; the CSV carries whole
+            // hertz. An empty frequency comes back as the import's 25 MHz.
+            expected.Freq = expected.Freq ? double(qRound64(expected.Freq)) : kBandLowHz;
+            QCOMPARE(f.p.Banks[10].Chans[c], expected);
+        }
+    }
+
+    void cliExport() {
+        QTemporaryDir dir;
+        const ProcessResult r = ctl(dir, {"export-csv", "--bank", "8"});
+        QCOMPARE(r.exitCode, 0);
+        const QStringList lines = outputLines(r.out);
+        QCOMPARE(lines.size(), 21);
+        QCOMPARE(lines[1], u"Chan #141,467.662500,False,False,False"_s);
+        QCOMPARE(lines[20], u"Chan #160,000.000000,False,True,False"_s);
+        QVERIFY(snapshotTree(dir.path()).isEmpty()); // reading only
+        const QString path = dir.filePath(u"bank8.csv"_s);
+        const ProcessResult toFile = ctl(dir, {"export-csv", "--bank", "8", "-o", path});
+        QCOMPARE(toFile.exitCode, 0);
+        QVERIFY(toFile.out.isEmpty());
+        QCOMPARE(readFile(path), r.out);
+        QCOMPARE(outputLines(ctl(dir, {"export-csv", "--search"}).out).value(10),
+                 u"Search #10,806.000000,956.000000"_s);
+    }
+
+    void cliImport() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(u"in.csv"_s);
+        writeFile(path, "\xEF\xBB\xBFName,Freq,\r\nFire,146.520000\r\nEMS,155.340000\r\n");
+        const QByteArray mainBefore = ctl(dir, {"show", "--bank", "5"}).out;
+        const ProcessResult r = ctl(
+            dir, {"import-csv", path, "--profile", "3", "--bank", "5", "--columns", "0,2,0,0,0"});
+        QCOMPARE(r.exitCode, 0);
+        const QStringList shown =
+            outputLines(ctl(dir, {"show", "--profile", "3", "--bank", "5"}).out);
+        QCOMPARE(shown[0], u"081,146.520000,UnKnown,False,False,False"_s);
+        QCOMPARE(shown[1], u"082,155.340000,UnKnown,False,False,False"_s);
+        QCOMPARE(shown[2], u"083,460.050000,Chan #083,False,False,False"_s);
+        QCOMPARE(ctl(dir, {"show", "--bank", "5"}).out, mainBefore); // profile 0 untouched
+    }
+
+    void cliUsageErrors_data() {
+        QTest::addColumn<QStringList>("args"); // "@": the CSV file "a,b" / "x,146.520000"
+        QTest::newRow("no target") << QStringList{"import-csv", "@"};
+        QTest::newRow("bank 11") << QStringList{"import-csv", "@", "--bank", "11"};
+        QTest::newRow("too few columns")
+            << QStringList{"import-csv", "@", "--bank", "1", "--columns", "1,2"};
+        QTest::newRow("beyond the file")
+            << QStringList{"import-csv", "@", "--bank", "1", "--columns", "3,0,0,0,0"};
+        QTest::newRow("export without target") << QStringList{"export-csv"};
+    }
+
+    void cliUsageErrors() {
+        QFETCH(QStringList, args);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(u"in.csv"_s);
+        writeFile(path, "a,b\nx,146.520000\n");
+        args.replaceInStrings(u"@"_s, path);
+        const auto before = snapshotTree(dir.path());
+        const ProcessResult r = ctl(dir, args);
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY(r.err.contains("usage: kestrelctl"));
+        QCOMPARE(snapshotTree(dir.path()), before);
+    }
 };
-
-void TestCsv::columnCount_data() {
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<int>("count");
-    QTest::newRow("two and a trailing comma") << "Name,Frequency," << 2;
-    QTest::newRow("empty middle field counts") << "a,,c" << 3;
-    QTest::newRow("two trailing commas") << "a,," << 2;
-    QTest::newRow("empty line") << "" << 0;
-    QTest::newRow("forty fields") << QStringLiteral("x,").repeated(39) + "x" << 30;
-}
-
-void TestCsv::columnCount() {
-    QFETCH(QString, line);
-    QFETCH(int, count);
-    QCOMPARE(CsvColumnCount(line), count);
-}
-
-void TestCsv::frequency_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("hz");
-    QTest::newRow("six decimals") << "146.520000" << 146520000.0;
-    QTest::newRow("two decimals clamp low") << "146.52" << 25000000.0;
-    QTest::newRow("above the band") << "999.000000" << 956000000.0;
-    QTest::newRow("empty") << "" << 25000000.0;
-    QTest::newRow("every point removed") << "1.4.6.5.2.0.0.0.0" << 146520000.0;
-    QTest::newRow("four decimals, four digits") << "0460.0250" << 25000000.0;
-    QTest::newRow("whole hertz") << "162550000" << 162550000.0;
-    QTest::newRow("not a number") << "abc" << 25000000.0;
-    QTest::newRow("blank around") << " 146.520000 " << 146520000.0;
-}
-
-void TestCsv::frequency() {
-    QFETCH(QString, text);
-    QFETCH(double, hz);
-    QCOMPARE(CsvFrequency(text), hz);
-}
-
-void TestCsv::importBank_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("columns"); // per field: Description, Frequency, Delay, ...
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QStringList>("rows"); // the slots after these keep their channels
-    QTest::addColumn<QString>("error");
-    const int yes = int(Answer::Yes);
-    const QString unknown = QStringLiteral("UnKnown,102.100000,False,False,False");
-    QTest::newRow("defaults") << QByteArray("Name,Freq,\nFire,146.520000\nEMS,155.340000\nTow,1\n")
-                              << "0,0,0,0,0" << yes << 3 << QStringList{unknown, unknown, unknown}
-                              << "";
-    QTest::newRow("columns in any order")
-        << QByteArray("Freq,Name,Flags,Lock\n146.520000,Fire Dispatch,True,False\n"
-                      "40.500000,Air,T,1\n999.000000,Too high,yes,True\n")
-        << "2,1,3,4,3" << yes << 3
-        << QStringList{"Fire Dispatch,146.520000,True,False,True", "Air,40.500000,True,True,True",
-                       "Too high,956.000000,False,True,False"}
-        << "";
-    const QByteArray lines25 = numbered("Name,Freq\n", 25, "Line %d,%d.000000\n");
-    QTest::newRow("answer No") << lines25 << "1,2,0,0,0" << int(Answer::No) << -1 << QStringList()
-                               << "";
-    QTest::newRow("at most 20 lines")
-        << lines25 << "1,2,0,0,0" << yes << 20
-        << numberedRows(20, "Line %d,%d.000000,False,False,False\n") << "";
-    QTest::newRow("a short line ends the import")
-        << QByteArray("Name,Freq,Delay\nFire,146.520000,True\nEMS,155.340000\nTow,157.000000,1\n")
-        << "1,2,3,0,0" << yes << 1
-        << QStringList{"Fire,146.520000,True,False,False", "EMS,155.340000,True,True,True"}
-        << "FrmCsvImport -> BankBtn";
-    const QByteArray lf = "Beschreibung,Frequenz\nFeuerwehr S\xC3\xBC"
-                          "d,146.520000\nZoll,163.200000\n";
-    QByteArray crlf = lf;
-    crlf.replace("\n", "\r\n");
-    QByteArray ansi = crlf;
-    ansi.replace("\xC3\xBC", "\xFC");
-    const QStringList german = {"Feuerwehr Süd,146.520000,False,False,False",
-                                "Zoll,163.200000,False,False,False"};
-    QTest::newRow("CR") << QByteArray(lf).replace('\n', '\r') << "1,2,0,0,0" << yes << 2 << german
-                        << "";
-    QTest::newRow("BOM, CRLF") << "\xEF\xBB\xBF" + crlf << "1,2,0,0,0" << yes << 2 << german << "";
-    QTest::newRow("Windows-1252, CRLF") << ansi << "1,2,0,0,0" << yes << 2 << german << "";
-}
-
-void TestCsv::importBank() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, columns);
-    QFETCH(int, answer);
-    QFETCH(int, count);
-    QFETCH(QStringList, rows);
-    QFETCH(QString, error);
-    Fixture f;
-    f.ctx.CurBank = 3;
-    f.p.Banks[3].Chans.fill(ChannelRec{150e6, QStringLiteral("Old"), true, true, true});
-    f.prompts.queueAnswer(Answer(answer));
-    CsvImport imp(f.ctx);
-    QVERIFY(imp.open(f.csv(bytes)));
-    QCOMPARE(imp.importToBank(ints(columns)), count);
-    QCOMPARE(f.prompts.messages().size(), error.isEmpty() ? 1 : 2); // the question, the error
-    QCOMPARE(f.prompts.messages()[0].text,
-             QStringLiteral("OverWrite *ALL* Data in the Current Bank?"));
-    QCOMPARE(f.prompts.messages()[0].buttons, Buttons::YesNo);
-    QCOMPARE(f.prompts.messages()[0].icon, Icon::Question);
-    while (rows.size() < ChansPerBank)
-        rows.append(QStringLiteral("Old,150.000000,True,True,True"));
-    QCOMPARE(csvRows(BankCsv(f.p.Banks[3]), ChansPerBank), rows);
-    QCOMPARE(f.p.Banks[3].Changed, count > 0);
-    QVERIFY(!f.p.Banks[2].Changed);
-    QCOMPARE(f.ctx.errors.reportCount() ? f.ctx.errors.currentLabel() : QString(), error);
-    if (error.isEmpty())
-        QCOMPARE(f.p.Changed, count > 0);
-}
-
-void TestCsv::importSearch_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("columns");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QStringList>("rows"); // the ranges after these keep theirs
-    QTest::addColumn<QString>("error");
-    QTest::newRow("at most 10 ranges")
-        << numbered("Name,Low,High\n", 12, "Range %d,%d.000000,%d.500000\n") << "1,2,3" << 10
-        << numberedRows(10, "Range %d,%d.000000,%d.500000\n") << "";
-    QTest::newRow("defaults") << QByteArray("x\n1\n2\n") << "0,0,0" << 2
-                              << QStringList{"UnKnown,25.000000,956.000000",
-                                             "UnKnown,25.000000,956.000000"}
-                              << "";
-    QTest::newRow("a short line ends the import")
-        << QByteArray("a,b,c\nOne,25.000000,30.000000\nTwo,40.000000,50.000000\nThree\n") << "1,2,3"
-        << 2
-        << QStringList{"One,25.000000,30.000000", "Two,40.000000,50.000000",
-                       "Three,150.000000,160.000000"}
-        << "FrmCsvImport -> SearchBtn";
-}
-
-void TestCsv::importSearch() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, columns);
-    QFETCH(int, count);
-    QFETCH(QStringList, rows);
-    QFETCH(QString, error);
-    Fixture f;
-    f.p.Searches.fill(SearchRec{150e6, 160e6, QStringLiteral("Old")});
-    CsvImport imp(f.ctx);
-    QVERIFY(imp.open(f.csv(bytes)));
-    QCOMPARE(imp.importToSearch(ints(columns)), count);
-    QCOMPARE(f.prompts.messages().size(), error.isEmpty() ? 0 : 1); // no question
-    while (rows.size() < SearchCount)
-        rows.append(QStringLiteral("Old,150.000000,160.000000"));
-    QCOMPARE(csvRows(SearchCsv(f.p), SearchCount), rows);
-    QCOMPARE(f.p.Changed, error.isEmpty());
-    QCOMPARE(f.ctx.errors.reportCount() ? f.ctx.errors.currentLabel() : QString(), error);
-    QByteArray keys = "[SrchInfo]\r\n";
-    for (int i = 1; i <= count; ++i)
-        keys += "Search" + Num2(i).toLatin1() + "=\r\n";
-    QCOMPARE(readFile(f.dir.filePath(QStringLiteral("Banks/SeachBankTmp.SKE"))), keys);
-}
-
-void TestCsv::exportBank() {
-    BankRec bank;
-    bank.Chans[1] = ChannelRec{146520000, QStringLiteral("Fire Dispatch"), true, false, true};
-    bank.Chans[2] = ChannelRec{851012500, QStringLiteral("Trunk, North"), false, true, false};
-    bank.Chans[3] = ChannelRec{40500000, QString()};
-    const QStringList lines = QString::fromUtf8(BankCsv(bank)).split(u'\n');
-    QCOMPARE(lines.size(), 22); // header, 20 channels, the empty text after the last line end
-    QCOMPARE(lines[0], QStringLiteral("Description,Frequency,Delay,Lock-Out,Priority"));
-    QCOMPARE(lines[1], QStringLiteral("Fire Dispatch,146.520000,True,False,True"));
-    QCOMPARE(lines[2], QStringLiteral("Trunk; North,851.012500,False,True,False"));
-    QCOMPARE(lines[3], QStringLiteral(",40.500000,False,False,False"));
-    QCOMPARE(lines[20], QStringLiteral(",000.000000,False,False,False"));
-    QCOMPARE(lines[21], QString());
-}
-
-void TestCsv::roundTripBank_data() {
-    QTest::addColumn<int>("from");
-    QTest::addColumn<bool>("custom");
-    QTest::newRow("factory bank 1") << 1 << false;
-    QTest::newRow("factory bank 8, half empty") << 8 << false;
-    QTest::newRow("edited bank 5") << 5 << true;
-}
-
-void TestCsv::roundTripBank() {
-    QFETCH(int, from);
-    QFETCH(bool, custom);
-    Fixture f;
-    auto& chans = f.p.Banks[from].Chans;
-    if (custom) {
-        chans[1] = ChannelRec{25000000, QStringLiteral("Lowest"), true, true, true};
-        chans[2] = ChannelRec{956000000, QStringLiteral("Highest"), false, false, true};
-        chans[3] = ChannelRec{462562500, QStringLiteral("FRS 1 Süd"), true, false, false};
-        chans[4] = ChannelRec{0, QStringLiteral("Empty but named"), false, true, false};
-        chans[5] = ChannelRec{155340000, QString()};
-    }
-    const QString path = f.dir.filePath(QStringLiteral("out.csv"));
-    QVERIFY(SaveCsvFile(f.ctx, BankCsv(f.p.Banks[from]), path));
-    f.ctx.CurBank = 10;
-    CsvImport imp(f.ctx);
-    QVERIFY(imp.open(path));
-    QCOMPARE(imp.columnCount(), 5);
-    QCOMPARE(imp.importToBank({1, 2, 3, 4, 5}), 20);
-    QCOMPARE(f.ctx.errors.reportCount(), 0);
-    for (int c = 1; c <= ChansPerBank; ++c) {
-        ChannelRec expected = chans[c];
-        // Read from its file, 131.4500 MHz is 131449999.99999999 Hz; the CSV carries whole hertz.
-        // An empty frequency comes back as the import's 25 MHz.
-        expected.Freq = expected.Freq ? double(qRound64(expected.Freq)) : kBandLowHz;
-        QCOMPARE(f.p.Banks[10].Chans[c], expected);
-    }
-}
-
-void TestCsv::cliExport() {
-    QTemporaryDir dir;
-    const ProcessResult r = ctl(dir, {"export-csv", "--bank", "8"});
-    QCOMPARE(r.exitCode, 0);
-    const QStringList lines = outLines(r);
-    QCOMPARE(lines.size(), 21);
-    QCOMPARE(lines[1], QStringLiteral("Chan #141,467.662500,False,False,False"));
-    QCOMPARE(lines[20], QStringLiteral("Chan #160,000.000000,False,True,False"));
-    QVERIFY(snapshotTree(dir.path()).isEmpty()); // reading only
-    const QString path = dir.filePath(QStringLiteral("bank8.csv"));
-    const ProcessResult toFile = ctl(dir, {"export-csv", "--bank", "8", "-o", path});
-    QCOMPARE(toFile.exitCode, 0);
-    QVERIFY(toFile.out.isEmpty());
-    QCOMPARE(readFile(path), r.out);
-    QCOMPARE(outLines(ctl(dir, {"export-csv", "--search"})).value(10),
-             QStringLiteral("Search #10,806.000000,956.000000"));
-}
-
-void TestCsv::cliImport() {
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("in.csv"));
-    writeFile(path, "\xEF\xBB\xBFName,Freq,\r\nFire,146.520000\r\nEMS,155.340000\r\n");
-    const QByteArray mainBefore = ctl(dir, {"show", "--bank", "5"}).out;
-    const ProcessResult r =
-        ctl(dir, {"import-csv", path, "--profile", "3", "--bank", "5", "--columns", "0,2,0,0,0"});
-    QCOMPARE(r.exitCode, 0);
-    const QStringList shown = outLines(ctl(dir, {"show", "--profile", "3", "--bank", "5"}));
-    QCOMPARE(shown[0], QStringLiteral("081,146.520000,UnKnown,False,False,False"));
-    QCOMPARE(shown[1], QStringLiteral("082,155.340000,UnKnown,False,False,False"));
-    QCOMPARE(shown[2], QStringLiteral("083,460.050000,Chan #083,False,False,False"));
-    QCOMPARE(ctl(dir, {"show", "--bank", "5"}).out, mainBefore); // profile 0 untouched
-}
-
-void TestCsv::cliUsageErrors_data() {
-    QTest::addColumn<QStringList>("args"); // "@": the CSV file "a,b" / "x,146.520000"
-    QTest::newRow("no target") << QStringList{"import-csv", "@"};
-    QTest::newRow("bank 11") << QStringList{"import-csv", "@", "--bank", "11"};
-    QTest::newRow("too few columns")
-        << QStringList{"import-csv", "@", "--bank", "1", "--columns", "1,2"};
-    QTest::newRow("beyond the file")
-        << QStringList{"import-csv", "@", "--bank", "1", "--columns", "3,0,0,0,0"};
-    QTest::newRow("export without target") << QStringList{"export-csv"};
-}
-
-void TestCsv::cliUsageErrors() {
-    QFETCH(QStringList, args);
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("in.csv"));
-    writeFile(path, "a,b\nx,146.520000\n");
-    args.replaceInStrings(QStringLiteral("@"), path);
-    const auto before = snapshotTree(dir.path());
-    const ProcessResult r = ctl(dir, args);
-    QCOMPARE(r.exitCode, 1);
-    QVERIFY(r.err.contains("usage: kestrelctl"));
-    QCOMPARE(snapshotTree(dir.path()), before);
-}
 
 QTEST_GUILESS_MAIN(TestCsv)
 #include "tst_csv.moc"

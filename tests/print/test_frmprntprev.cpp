@@ -14,6 +14,7 @@
 #include <QTest>
 
 using namespace kestrel;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -25,7 +26,7 @@ struct Preview {
 
     explicit Preview(int rows, qint16 maxRows = 0) {
         window.setList_View(test::numberedTable(rows));
-        window.setDescription(QStringLiteral("Preview Test"));
+        window.setDescription(u"Preview Test"_s);
         if (maxRows > 0)
             window.setMaxRows(maxRows);
         window.show();
@@ -61,7 +62,7 @@ private Q_SLOTS:
         QFETCH(int, maxRows);
         QFETCH(int, pages);
         Preview p(rows, qint16(maxRows));
-        auto label = [&](int page) { return QStringLiteral("%1 of %2").arg(page).arg(pages); };
+        auto label = [&](int page) { return u"%1 of %2"_s.arg(page).arg(pages); };
         QCOMPARE(p.pageLabel(), label(1));
         // Before the first page and past the last nothing changes and nothing is redrawn.
         const qint64 first = p.pictureKey();
@@ -114,25 +115,25 @@ private Q_SLOTS:
 
     void printsChosenRange() {
         Preview p(200, 50);
-        const QString pdf = p.dir.filePath(QStringLiteral("printed.pdf"));
+        const QString pdf = p.dir.filePath(u"printed.pdf"_s);
         QString offered;
         p.window.setPrinterChooser([&](QPrinter& printer, int minPage, int maxPage) {
-            offered = QStringLiteral("%1-%2").arg(minPage).arg(maxPage);
+            offered = u"%1-%2"_s.arg(minPage).arg(maxPage);
             printer.setOutputFileName(pdf);
             printer.setPrintRange(QPrinter::PageRange);
             printer.setFromTo(2, 3);
             return true;
         });
         p.click("PrintPicBtn");
-        QCOMPARE(offered, QStringLiteral("1-4"));
+        QCOMPARE(offered, u"1-4"_s);
         const QStringList sheets = test::pdfPages(pdf);
         QCOMPARE(sheets.size(), 2);
-        QVERIFY(sheets[0].contains(QStringLiteral("Page: 2 of 4")));
-        QVERIFY(sheets[0].contains(QStringLiteral("Preview Test")));
-        QVERIFY(sheets[1].contains(QStringLiteral("Page: 3 of 4")));
-        QVERIFY(sheets[1].contains(QStringLiteral("Row 150")));
-        QCOMPARE(p.child<QLabel>("PrintLbl")->text(), QStringLiteral("Printing Page: 3"));
-        QCOMPARE(p.pageLabel(), QStringLiteral("1 of 4")); // the preview keeps its own page
+        QVERIFY(sheets[0].contains(u"Page: 2 of 4"_s));
+        QVERIFY(sheets[0].contains(u"Preview Test"_s));
+        QVERIFY(sheets[1].contains(u"Page: 3 of 4"_s));
+        QVERIFY(sheets[1].contains(u"Row 150"_s));
+        QCOMPARE(p.child<QLabel>("PrintLbl")->text(), u"Printing Page: 3"_s);
+        QCOMPARE(p.pageLabel(), u"1 of 4"_s); // the preview keeps its own page
         QVERIFY(p.prompts.messages().isEmpty());
     }
 };

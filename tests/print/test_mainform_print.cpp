@@ -20,6 +20,7 @@
 #include <QTimer>
 
 using namespace kestrel;
+using namespace Qt::StringLiterals;
 
 class TestMainFormPrint : public QObject {
     Q_OBJECT
@@ -30,10 +31,10 @@ private Q_SLOTS:
         QTest::addColumn<int>("items");
         QTest::addColumn<int>("pages");
         QTest::addColumn<QString>("onLastPage");
-        QTest::newRow("all channels") << -1 << 200 << 4 << QStringLiteral("200\\s+\\S+\\s+Edited");
-        QTest::newRow("bank 1") << 0 << 20 << 1 << QStringLiteral("\\n\\s*020\\s");
-        QTest::newRow("bank 7") << 6 << 20 << 1 << QStringLiteral("\\n\\s*140\\s");
-        QTest::newRow("search ranges") << 10 << 10 << 1 << QStringLiteral("Lower Frequency");
+        QTest::newRow("all channels") << -1 << 200 << 4 << u"200\\s+\\S+\\s+Edited"_s;
+        QTest::newRow("bank 1") << 0 << 20 << 1 << u"\\n\\s*020\\s"_s;
+        QTest::newRow("bank 7") << 6 << 20 << 1 << u"\\n\\s*140\\s"_s;
+        QTest::newRow("search ranges") << 10 << 10 << 1 << u"Lower Frequency"_s;
     }
     void preview() {
         QFETCH(int, tab);
@@ -50,9 +51,9 @@ private Q_SLOTS:
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
         // An edit made on the bank panel shows in the printed list.
-        ctx.cur().Banks[10].Chans[20].Desc = QStringLiteral("Edited Last");
-        QAction* item = form.menuItem(QStringLiteral("PrintBankMenuItem"));
-        QString title = QStringLiteral("All Channels For Main");
+        ctx.cur().Banks[10].Chans[20].Desc = u"Edited Last"_s;
+        QAction* item = form.menuItem(u"PrintBankMenuItem"_s);
+        QString title = u"All Channels For Main"_s;
         if (tab >= 0) {
             form.BankTab()->setCurrentIndex(tab);
             QCOMPARE(int(ctx.CurBank), tab + 1);
@@ -67,13 +68,12 @@ private Q_SLOTS:
             auto* preview = qobject_cast<FrmPrntPrev*>(QApplication::activeModalWidget());
             if (preview == nullptr)
                 return;
-            seen = QStringLiteral("%1|%2|%3|%4")
-                       .arg(preview->description())
+            seen = u"%1|%2|%3|%4"_s.arg(preview->description())
                        .arg(preview->itemCount())
                        .arg(preview->pageCount())
                        .arg(preview->maxRows());
             checked = item->isChecked();
-            const QString pdf = dir.filePath(QStringLiteral("last.pdf"));
+            const QString pdf = dir.filePath(u"last.pdf"_s);
             {
                 QPdfWriter writer(pdf);
                 preview->PrintPages(writer, preview->pageCount(), preview->pageCount());
@@ -82,17 +82,17 @@ private Q_SLOTS:
             preview->reject();
         });
         if (tab < 0) {
-            form.menuItem(QStringLiteral("ShowAllChanMenuItem"))->trigger();
+            form.menuItem(u"ShowAllChanMenuItem"_s)->trigger();
             QVERIFY(form.PtintChansBtn()->isVisible() && form.PtintChansBtn()->isEnabled());
             QTest::mouseClick(form.PtintChansBtn(), Qt::LeftButton);
         } else {
             item->trigger();
             QVERIFY(checked);
         }
-        QCOMPARE(seen, QStringLiteral("%1|%2|%3|50").arg(title).arg(items).arg(pages));
+        QCOMPARE(seen, u"%1|%2|%3|50"_s.arg(title).arg(items).arg(pages));
         QVERIFY(!item->isChecked());
         QVERIFY(lastPage.contains(title));
-        QVERIFY(lastPage.contains(QStringLiteral("Page: %1 of %1").arg(pages)));
+        QVERIFY(lastPage.contains(u"Page: %1 of %1"_s.arg(pages)));
         QVERIFY2(lastPage.contains(QRegularExpression(onLastPage)), qPrintable(lastPage));
     }
 };
