@@ -3,13 +3,14 @@
 // frequencies of a county or an agency (all, or the named subcategories and frequencies), or
 // the frequencies of one trunked site, go into a bank with the window's conversion, import
 // name, import count and full-bank rule; the verify window's 60-character rule is checked
-// before the profile is saved.
-#include "rrsession.h"
+// before the profile is saved. The results of a frequency or tag search go in the same way.
+#include "rrsearch.h"
 
 #include "core/files.h"
 #include "core/freq.h"
 #include "core/profiles.h"
 #include "import/importtree.h"
+#include "import/searchtree.h"
 #include "import/verifyrules.h"
 
 #include <QDir>
@@ -22,13 +23,16 @@ namespace {
 
 using namespace importtree;
 
-enum class Source { County, Agency, Site };
+enum class Source { County, Agency, Site, SearchFreq, SearchTag };
 
 struct Choice {
     Source source = Source::County;
     qint32 id = 0;   // ctid, aid or sid
     qint32 site = 0; // the site's number (Site)
     QList<qint32> subcats, fids;
+    FreqSearch freqSearch;
+    TagSearch tagSearch;
+    QList<qint32> results; // 1-based positions of the results to import; none: all
 };
 
 qint32 idOption(const Args& args, const char* name) {
@@ -49,6 +53,34 @@ QList<qint32> idOptions(const Args& args, const char* name) {
 }
 
 Choice readChoice(const Args& args) {
+    const bool byFreq = args.has(QStringLiteral("search-freq"));
+    const bool byTag = args.has(QStringLiteral("search-tag"));
+    if (byFreq || byTag) {
+        if (byFreq && byTag)
+            throw UsageError("give --search-freq or --search-tag, not both");
+        for (const char* other : {"system", "site", "subcat", "fid"})
+            if (args.has(QString::fromLatin1(other)))
+                throw UsageError(qPrintable(optionSpelling(QString::fromLatin1(other)) +
+                                            QStringLiteral(" does not go with a search")));
+        Choice c;
+        c.results = idOptions(args, "result");
+        if (byFreq) {
+            c.source = Source::SearchFreq;
+            c.freqSearch = readFreqSearch(args, args.value(QStringLiteral("search-freq")));
+        } else {
+            if (args.has(QStringLiteral("state")) || args.has(QStringLiteral("metro")) ||
+                args.has(QStringLiteral("tone")))
+                throw UsageError("--search-tag goes with --county or --agency only");
+            c.source = Source::SearchTag;
+            c.tagSearch = readTagSearch(args, args.value(QStringLiteral("search-tag")));
+        }
+        return c;
+    }
+    for (const char* searchOnly : {"state", "metro", "tone", "result"})
+        if (args.has(QString::fromLatin1(searchOnly)))
+            throw UsageError(
+                qPrintable(optionSpelling(QString::fromLatin1(searchOnly)) +
+                           QStringLiteral(" goes with --search-freq or --search-tag")));
     const bool county = args.has(QStringLiteral("county"));
     const bool agency = args.has(QStringLiteral("agency"));
     const bool system = args.has(QStringLiteral("system"));
@@ -185,6 +217,52 @@ QStringList importSite(RRSession& rr, const Choice& c, BankRec& bank) {
     return ticked;
 }
 
+// The results of a search, all or the named ones, into the bank as "SearchFreqs" or
+// "TagFreqs". A result whose mode the service's mode table cannot name stops the import there.
+template <class T>
+QStringList importResults(RRSession& rr, const Choice& c, const QList<T>& found,
+                          const QString& name, BankRec& bank) {
+    if (found.isEmpty()) {
+        if (!rr.failed())
+            rr.fail(searchtree::kNoResults);
+        return {};
+    }
+    QList<bool> selected(found.size(), c.results.isEmpty());
+    for (qint32 n : c.results) {
+        if (n > found.size())
+            throw UsageError(qPrintable(QStringLiteral("the search gave ") +
+                                        QString::number(found.size()) +
+                                        QStringLiteral(" results, not ") + QString::number(n)));
+        selected[n - 1] = true;
+    }
+    QStringList ticked;
+    for (qsizetype i = 0; i < found.size(); ++i)
+        if (selected[i])
+            ticked.append(SearchFreqDesc(found[i].alpha, found[i].descr));
+    // A full bank refuses the channels beyond 20 (reported, like the conventional import); a
+    // result the mode table cannot name stops the import and nothing is saved.
+    bool complete = false;
+    Trap(rr.ctx().errors, "RRImpBtn", [&] {
+        searchtree::ImportSearchSelection(rr.ctx().errors, bank, rr.client().Modes, name, found,
+                                          selected);
+        complete = true;
+    });
+    return complete ? ticked : QStringList{};
+}
+
+QStringList importSearch(RRSession& rr, const Choice& c, BankRec& bank) {
+    RRClient& client = rr.client();
+    if (!client.getMode(0) && !rr.failed())
+        rr.fail(QStringLiteral("the service gave no mode table"));
+    if (rr.failed())
+        return {};
+    if (c.source == Source::SearchFreq)
+        return importResults(rr, c, runFreqSearch(client, c.freqSearch),
+                             QStringLiteral("SearchFreqs"), bank);
+    return importResults(rr, c, runTagSearch(client, c.tagSearch), QStringLiteral("TagFreqs"),
+                         bank);
+}
+
 int run(Env& env, const Args& args) {
     const int bankNo = args.intValue(QStringLiteral("bank"), 1, BankCount);
     const Choice choice = readChoice(args);
@@ -198,8 +276,11 @@ int run(Env& env, const Args& args) {
 
     // The import works on a copy: a refusal below leaves the memory image as it was.
     BankRec bank = profile.Banks[bankNo];
-    const QStringList handed = choice.source == Source::Site ? importSite(rr, choice, bank)
-                                                             : importConventional(rr, choice, bank);
+    const QStringList handed =
+        choice.source == Source::Site ? importSite(rr, choice, bank)
+        : choice.source == Source::SearchFreq || choice.source == Source::SearchTag
+            ? importSearch(rr, choice, bank)
+            : importConventional(rr, choice, bank);
     if (handed.isEmpty())
         return rr.finish();
     const int filled = ImportedSlots(bank);
@@ -253,16 +334,26 @@ const CommandRegistration
     reg({"rr",
          "import",
          "Import a county's or an agency's conventional frequencies (all, or the named "
-         "subcategories and frequencies), or one trunked site's frequencies, into a bank, and "
-         "save the profile. Prints the slots filled: slot, frequency, description",
+         "subcategories and frequencies), one trunked site's frequencies, or the results of a "
+         "search (--search-freq FREQ with --state, --county or --metro and --tone, as bank "
+         "SearchFreqs; --search-tag TAGID with --county or --agency, as bank TagFreqs; all "
+         "results, or those named with --result), into a bank, and save the profile. Prints the "
+         "slots filled: slot, frequency, description",
          {kProfileOption,
           {"bank", "N", "The bank to fill from slot 1, 1-10"},
-          {"county", "CTID", "Import from this county's conventional frequencies"},
-          {"agency", "AID", "Import from this agency's frequencies"},
+          {"county", "CTID",
+           "Import from this county's conventional frequencies (with a search: search it)"},
+          {"agency", "AID", "Import from this agency's frequencies (with --search-tag: search it)"},
           {"subcat", "SCID", "Only this subcategory (may be given more than once)"},
           {"fid", "FID", "Only this frequency (may be given more than once)"},
           {"system", "SID", "Import from this trunked system (with --site)"},
           {"site", "NUMBER", "The site's number, as rr system prints it"},
+          {"search-freq", "FREQ", "Import the results of a frequency search (megahertz)"},
+          {"search-tag", "TAGID", "Import the results of a tag search"},
+          {"state", "STID", "--search-freq: search this state"},
+          {"metro", "MID", "--search-freq: search this metro area"},
+          {"tone", "TONE", "--search-freq: only this tone"},
+          {"result", "N", "Only the Nth search result (may be given more than once)"},
           {"cut", nullptr, "Shorten descriptions longer than 60 characters instead of refusing"}},
          {},
          run,

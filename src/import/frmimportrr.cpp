@@ -5,6 +5,7 @@
 #include "core/settings.h"
 #include "import/frmverifyrrchan.h"
 #include "import/httpprobe.h"
+#include "import/searchtree.h"
 #include "webservice/rrclient.h"
 #include "webservice/ui/frmdbaseloc.h"
 #include "webservice/ui/frmviewxml.h"
@@ -280,10 +281,15 @@ void FrmImportRR::buildMenus() {
     dbase->setCheckable(true);
     connect(dbase, &QAction::triggered, this, &FrmImportRR::DBaseAddrMenuItem_Click);
     QMenu* options = menuBar()->addMenu(QStringLiteral("&Options"));
-    // The advanced search and the feeds list are windows of their own, not built yet.
-    add(options, QStringLiteral("&Advanced Search"), "SearchFreqsMenuItem")->setEnabled(false);
-    add(options, QStringLiteral("&Show My Audio Feeds"), "ShowAudioFeedsMenuItem")
-        ->setEnabled(false);
+    // Both open once the user is logged in; the feeds only when the user has some.
+    QAction* search = add(options, QStringLiteral("&Advanced Search"), "SearchFreqsMenuItem");
+    search->setCheckable(true);
+    search->setEnabled(false);
+    connect(search, &QAction::triggered, this, &FrmImportRR::SearchFreqsMenuItem_Click);
+    QAction* feeds = add(options, QStringLiteral("&Show My Audio Feeds"), "ShowAudioFeedsMenuItem");
+    feeds->setCheckable(true);
+    feeds->setEnabled(false);
+    connect(feeds, &QAction::triggered, this, &FrmImportRR::ShowAudioFeedsMenuItem_Click);
 }
 
 QAction* FrmImportRR::menuItem(const QString& objectName) const {
@@ -337,6 +343,10 @@ void FrmImportRR::Unload() {
             m_viewer->close();
         if (m_dbaseLoc)
             m_dbaseLoc->close();
+        if (m_search)
+            m_search->close();
+        if (m_feeds)
+            m_feeds->close();
     });
     m_closed = true;
     m_ctx.Profiles[0].Changed = true;
@@ -415,6 +425,9 @@ void FrmImportRR::LogInBtn_Click() {
                 m_client.getTag(0);
                 m_client.getMetroArea(0);
                 m_client.fccGetRadioServiceCode(QStringLiteral("0"));
+                menuItem(QStringLiteral("SearchFreqsMenuItem"))->setEnabled(true);
+                menuItem(QStringLiteral("ShowAudioFeedsMenuItem"))
+                    ->setEnabled(m_client.getUserFeedBroadcasts());
             }
         }
         if (!m_loggedIn) {
@@ -734,17 +747,21 @@ void FrmImportRR::Set_TvHeight(bool trunking) {
 }
 
 void FrmImportRR::zeroCounters() {
-    m_freqSelCnt = m_siteChanSelCnt = m_groupSelCnt = 0;
+    m_freqSelCnt = m_siteChanSelCnt = m_groupSelCnt = m_searchSelCnt = m_tagSelCnt = 0;
     m_siteChosen = false;
     m_chosenSite = -1;
     showCounters();
 }
 
 void FrmImportRR::showCounters() {
-    m_frqChan->setText(QString::number(m_freqSelCnt));
+    // The search result trees count their own ticks in the conventional frame.
+    const int freqs = m_treeTag == u"SearchFreqs"  ? m_searchSelCnt
+                      : m_treeTag == u"SearchTaqs" ? m_tagSelCnt
+                                                   : m_freqSelCnt;
+    m_frqChan->setText(QString::number(freqs));
     m_siteChn->setText(QString::number(m_siteChanSelCnt));
     m_grpId->setText(QString::number(m_groupSelCnt));
-    m_import[1]->setEnabled(m_freqSelCnt >= 1);
+    m_import[1]->setEnabled(freqs >= 1);
     m_import[0]->setEnabled(m_groupSelCnt >= 1 || m_siteChanSelCnt >= 1);
     m_compare->setEnabled(m_import[0]->isEnabled());
 }
@@ -898,6 +915,10 @@ void FrmImportRR::Timer1_Timer() {
 void FrmImportRR::TV1_NodeCheck(QTreeWidgetItem* item) {
     Trap(m_ctx.errors, "RRimpTv1NodeChk ", [&] {
         const bool on = item->checkState(0) == Qt::Checked;
+        if (m_treeTag == u"SearchFreqs" || m_treeTag == u"SearchTaqs") {
+            searchNodeCheck(item);
+            return;
+        }
         const KeyParts k = SplitKey(item->data(0, KeyRole).toString());
         const int c = k.c - 1, s = k.s - 1, d = k.d - 1;
         if (m_treeTag == u"StateConv" || m_treeTag == u"CountyAgency") {
@@ -1021,7 +1042,21 @@ void FrmImportRR::ImportBtn_Click(int index) {
             return;
         // No promises a new bank, but the bank set is fixed: the shown bank is written as for Yes.
         BankRec& bank = *currentBank();
-        if (index == 1) {
+        if (index == 1 && m_treeTag == u"SearchFreqs" && !m_searchFreqs.isEmpty()) {
+            // The search results shown win over conventional ticks made before the search.
+            s.at(4);
+            searchtree::ImportSearchSelection(m_ctx.errors, bank, m_client.Modes,
+                                              QStringLiteral("SearchFreqs"), m_searchFreqs,
+                                              m_searchSel);
+            Q_EMIT bankImported();
+            openVerify();
+        } else if (index == 1 && m_treeTag == u"SearchTaqs" && !m_tagFreqs.isEmpty()) {
+            s.at(5);
+            searchtree::ImportSearchSelection(m_ctx.errors, bank, m_client.Modes,
+                                              QStringLiteral("TagFreqs"), m_tagFreqs, m_tagSel);
+            Q_EMIT bankImported();
+            openVerify();
+        } else if (index == 1) {
             s.at(2);
             if (m_freqSelCnt == 0)
                 return;

@@ -5,6 +5,8 @@
 // import itself live in importtree.h; this window keeps the controls in step with them.
 #pragma once
 
+#include "import/frmfeeds.h"
+#include "import/frmsearchrr.h"
 #include "import/frmverifyrrchan.h"
 #include "import/importtree.h"
 #include "webservice/ui/frmdbaseloc.h"
@@ -51,6 +53,15 @@ public:
     void LoadXmlMenuItem_Click();
     void SaveXmlMenuItem_Click();
     void ViewMenuItem_Click();
+    void SearchFreqsMenuItem_Click();
+    void ShowAudioFeedsMenuItem_Click();
+
+    // ---- advanced searches (frmimportrr_search.cpp) ----
+    void StartFreqSearch(const QString& freq, const QString& tone);
+    void StartFreqsByTag();
+    void StartFreqsByCallSign(const QString& lat, const QString& lon);
+    void GetCallSignDetails(const QString& callSign);
+    void GetSysIdDetails(const QString& sysId);
     // Sets a navigation list's text: selects the row that shows it and runs its step; false
     // when no row shows it.
     bool setListText(QComboBox* list, const QString& text);
@@ -84,6 +95,8 @@ public:
     QTreeWidgetItem* node(const QString& key) const { return m_nodes.value(key); }
     FrmVerifyRRChan* verifyWindow() const { return m_verify; }
     FrmViewXml* xmlViewer() const { return m_viewer; }
+    FrmSearchRR* searchWindow() const { return m_search; }
+    FrmFeeds* feedsWindow() const { return m_feeds; }
 
     // ---- state ----
     QString treeTag() const { return m_treeTag; }
@@ -92,6 +105,8 @@ public:
     int SiteChanSelCnt() const { return m_siteChanSelCnt; }
     int GroupSelCnt() const { return m_groupSelCnt; }
     int ConvLevel() const { return m_convLevel; }
+    int SearchSelCnt() const { return m_searchSelCnt; }
+    int TagSelCnt() const { return m_tagSelCnt; }
 
 Q_SIGNALS:
     // The window has closed.
@@ -127,6 +142,16 @@ private:
     void zeroCounters();
     void showCounters();
     void fillBandPlan(int site);
+
+    // Advanced searches.
+    void beginSearch();
+    void noResults();
+    void RRShwSrchFrqs();
+    void RRShwTagFrqs();
+    void RRShwCallSigns();
+    void RRShwCallSignDetails();
+    void RRShwSysIdDetails();
+    void searchNodeCheck(QTreeWidgetItem* item);
 
     void TV1_NodeCheck(QTreeWidgetItem* item);
     void TV1_NodeClick(QTreeWidgetItem* item);
@@ -176,6 +201,8 @@ private:
     QPointer<FrmVerifyRRChan> m_verify;
     QPointer<FrmViewXml> m_viewer;
     QPointer<FrmDBaseLoc> m_dbaseLoc;
+    QPointer<FrmSearchRR> m_search;
+    QPointer<FrmFeeds> m_feeds;
 
     // Window state.
     QString m_treeTag = QStringLiteral("*");
@@ -200,6 +227,13 @@ private:
     importtree::ConvTree m_conv;
     importtree::TrsTree m_trs;
     TypTrsDetails m_details;
+    // The window's copies of the last frequency and tag search results, with their ticks.
+    QList<TypSearchFreq> m_searchFreqs;
+    QList<bool> m_searchSel;
+    QList<TypFreq> m_tagFreqs;
+    QList<bool> m_tagSel;
+    int m_searchSelCnt = 0;
+    int m_tagSelCnt = 0;
 };
 
 } // namespace kestrel

@@ -6,6 +6,7 @@
 #include "core/profiles.h"
 #include "import/frmimportrr.h"
 #include "import/frmverifyrrchan.h"
+#include "import/searchtree.h"
 #include "mainwin/mainform.h"
 #include "webservice/rrclient.h"
 #include "webservice/server/rrlocalserver.h"
@@ -131,6 +132,39 @@ int main(int argc, char** argv) {
         window.setListText(window.CboSystem(), QStringLiteral("Demoland Regional Radio"));
         window.TV1()->expandAll();
         ok = shootWindow(window, QStringLiteral("import-trunked")) && ok;
+
+        // The advanced search window, each search's result tree and the feeds list.
+        window.show();
+        window.menuItem(QStringLiteral("SearchFreqsMenuItem"))->trigger();
+        if (kestrel::FrmSearchRR* search = window.searchWindow())
+            ok = shootWindow(*search, QStringLiteral("search-options")) && ok;
+        auto& settings = ctx.component<kestrel::SearchSettings>();
+        settings.SearchScope = 1;
+        settings.AreaName = QStringLiteral("Ashford");
+        settings.tagId = 1;
+        settings.SearchRange = 3;
+        const std::pair<QString, std::function<void()>> searches[] = {
+            {QStringLiteral("search-freqs"), [&] { window.StartFreqSearch({}, {}); }},
+            {QStringLiteral("search-tags"), [&] { window.StartFreqsByTag(); }},
+            {QStringLiteral("search-callsigns"),
+             [&] {
+                 window.StartFreqsByCallSign(QStringLiteral("44.52"), QStringLiteral("-70.11"));
+             }},
+            {QStringLiteral("search-callsign-details"),
+             [&] { window.GetCallSignDetails(QStringLiteral("KDL123")); }},
+            {QStringLiteral("search-sysid"),
+             [&] { window.GetSysIdDetails(QStringLiteral("1A2B")); }},
+        };
+        for (const auto& [name, run] : searches) {
+            window.show();
+            run();
+            window.TV1()->expandAll();
+            ok = shootWindow(window, name) && ok;
+        }
+        window.show();
+        window.menuItem(QStringLiteral("ShowAudioFeedsMenuItem"))->trigger();
+        if (kestrel::FrmFeeds* feeds = window.feedsWindow())
+            ok = shootWindow(*feeds, QStringLiteral("audio-feeds")) && ok;
     }
     return ok ? 0 : 2;
 }

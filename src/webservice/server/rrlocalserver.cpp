@@ -299,7 +299,8 @@ SoapValue result(const RRDataSet& d, const QString& op, const SoapMessage& m, co
         const QString code = textParam(m, "code");
         QList<TypRadioService> out;
         for (const TypRadioService& r : d.radioServices)
-            if (code.isEmpty() || r.code.compare(code, Qt::CaseInsensitive) == 0)
+            // "0", like the other code tables' id 0, asks for the whole table.
+            if (code.isEmpty() || code == u"0" || r.code.compare(code, Qt::CaseInsensitive) == 0)
                 out.append(r);
         return listReply(out);
     }

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The advanced search window and the feeds window against the local frequency-database service
+// on a free loopback port: the five searches and their trees, empty results, the key filters,
+// the request a call-sign search sends, ticking and importing results, and the feeds list.
+#include "core/appcontext.h"
+#include "import/frmimportrr.h"
+#include "import/searchtree.h"
+#include "webservice/rrclient.h"
+#include "webservice/server/rrlocalserver.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+using namespace kestrel;
+
+class TstFrmSearchRR : public QObject {
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    ScriptedPrompts m_prompts;
+    std::unique_ptr<AppContext> m_ctx;
+    std::unique_ptr<RRLocalServer> m_server;
+    std::unique_ptr<FrmImportRR> m_win;
+
+    // The demo data; Sheriff Tac 1 has no tags.
+    static RRDataSet data() {
+        RRDataSet d = RRDataSet::demo();
+        for (RRFreqEntry& f : d.freqs)
+            if (f.freq.fid == 40002)
+                f.freq.tags.clear();
+        return d;
+    }
+    // Logged in with the zip code's county shown (its conventional tree built).
+    void logIn(RRDataSet d = data(), int dbaseIndex = 0) {
+        m_win.reset();
+        m_server = std::make_unique<RRLocalServer>(d);
+        QVERIFY(m_server->listen() != 0);
+        m_prompts.clear();
+        m_ctx = std::make_unique<AppContext>(m_dir.path(), &m_prompts);
+        m_ctx->CurBank = 2;
+        m_ctx->settings.DBaseIndex = qint16(dbaseIndex);
+        m_ctx->registry = {QStringLiteral("demo"), QStringLiteral("demo"), QStringLiteral("12345")};
+        m_ctx->component<RRClient>().setBaseUrlOverride(m_server->baseUrl());
+        m_win = std::make_unique<FrmImportRR>(*m_ctx);
+        m_win->show();
+        m_win->LogInBtn_Click();
+        QVERIFY(m_win->loggedIn());
+        QVERIFY(m_win->setListText(m_win->CboCountry(), QStringLiteral("Demoland")));
+        QVERIFY(m_win->setListText(m_win->CboState(), QStringLiteral("North Province")));
+        QVERIFY(m_win->setListText(m_win->CboCounty(), QStringLiteral("Ashford")));
+    }
+    FrmSearchRR* openSearch() {
+        m_win->menuItem(QStringLiteral("SearchFreqsMenuItem"))->trigger();
+        return m_win->searchWindow();
+    }
+    QStringList messages() const {
+        QStringList out;
+        for (const auto& m : m_prompts.messages())
+            out << m.text;
+        return out;
+    }
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("KESTREL_SECRET_STORE", "none"); }
+    void cleanup() {
+        m_win.reset();
+        m_server.reset();
+    }
+
+    // Each search from its frame: the tree's kind, its top node and one line under it; a search
+    // without results says so and leaves the tree empty.
+    void searches_data() {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("input"); // typed into the frame's first box
+        QTest::addColumn<int>("option");    // the scope or tag option; the tag's row
+        QTest::addColumn<QString>("tag");
+        QTest::addColumn<QString>("top");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("frequency in the county")
+            << 0 << "154.815" << 1 << "SearchFreqs"
+            << "Search Freqency Results for Ashford"
+            << "c1s1"
+            << " 154.815000 FMN  Class: BM   CT: 156.7 PL FCC:KDL123  Law Dispatch [ASO Disp    "
+               "] Sheriff Dispatch";
+        QTest::newRow("frequency without a mode")
+            << 0 << "154.43" << 1 << "SearchFreqs"
+            << "Search Freqency Results for Ashford"
+            << "c1s2"
+            << " 154.430000  --  Class: BM   CT: CSQ      FCC:        Fire Dispatch [AFD D       "
+               "] Ashford FD Dispatch (district)";
+        QTest::newRow("frequency without tags")
+            << 0 << "155.475" << 0 << "SearchFreqs"
+            << "Search Freqency Results for North Province"
+            << "c1s1"
+            << " 155.475000 FMN  Class: BM   CT: 156.7 PL FCC:        NoTags [ASO Tac1    ] "
+               "Sheriff Tac 1";
+        QTest::newRow("frequency, none") << 0 << "999" << 0 << ""
+                                         << ""
+                                         << ""
+                                         << "";
+        QTest::newRow("tag in the county")
+            << 1 << "" << 1 << "SearchTaqs"
+            << "Search Tag Freqency Results for North Province"
+            << "c1s2"
+            << " 453.250000 FMN  Class: BM   CT: 107.2 PL FCC:KDL124  a:ASO Jail     Sheriff "
+               "Jail Ops";
+        QTest::newRow("tag, none") << 1 << "" << 8 << ""
+                                   << ""
+                                   << ""
+                                   << "";
+        QTest::newRow("call signs around the zip code")
+            << 2 << "" << 0 << "CallSigns"
+            << "Search CallSigns In Area"
+            << "c1s1"
+            << "KDL123    0.85   Lat: 44.530000  Lon:-70.120000  Ashford County";
+        QTest::newRow("call sign typed in lower case")
+            << 3 << "kdl123" << 0 << "CallSignDetails"
+            << "KDL123  Ashford County  Status: Active  Granted: 2021-06-01  Service: Public "
+               "Safety Pool, Conventional"
+            << "c1s2d1"
+            << "154.81500  Emission:11K2F3E  Power:100  Mobiles:0  Pagers:0  Loc:1";
+        QTest::newRow("call sign, none") << 3 << "zz9" << 0 << ""
+                                         << ""
+                                         << ""
+                                         << "";
+        QTest::newRow("system id") << 4 << "1a2b" << 0 << "SysIdDetails"
+                                   << "System Id Details"
+                                   << "c1s1d3"
+                                   << "Voice: Analog";
+        QTest::newRow("system id, none") << 4 << "ffff" << 0 << ""
+                                         << ""
+                                         << ""
+                                         << "";
+    }
+    void searches() {
+        QFETCH(int, index);
+        QFETCH(QString, input);
+        QFETCH(int, option);
+        QFETCH(QString, tag);
+        QFETCH(QString, top);
+        QFETCH(QString, key);
+        QFETCH(QString, line);
+        logIn();
+        FrmSearchRR* s = openSearch();
+        QVERIFY(s);
+        QVERIFY(m_win->menuItem(QStringLiteral("SearchFreqsMenuItem"))->isChecked());
+        if (index == 0) {
+            s->SrchFrqOpt(option)->click();
+            QTest::keyClicks(s->FreqTxt(), input);
+        } else if (index == 1) {
+            s->CboTags()->setCurrentIndex(option);
+            s->CboTags_Click();
+        } else if (index == 3) {
+            QTest::keyClicks(s->CallSignTxt(), input);
+        } else if (index == 4) {
+            QTest::keyClicks(s->SysIdTxt(), input);
+        }
+        s->StartSearchBtn(index)->click();
+        QTRY_VERIFY(!m_win->searchWindow());
+        QVERIFY(!m_win->menuItem(QStringLiteral("SearchFreqsMenuItem"))->isChecked());
+        if (tag.isEmpty()) {
+            QCOMPARE(messages(), QStringList{"No Results Found in Search!!!"});
+            QCOMPARE(m_win->TV1()->topLevelItemCount(), 0);
+            return;
+        }
+        QCOMPARE(messages(), QStringList{});
+        QCOMPARE(m_win->treeTag(), tag);
+        QCOMPARE(m_win->node("c1")->text(0), top);
+        QVERIFY2(m_win->node(key), qPrintable(key));
+        QCOMPARE(m_win->node(key)->text(0), line);
+    }
+
+    void keyFilters_data() {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("frequency") << "FreqTxt"
+                                   << "15a4.8-1 5"
+                                   << "154.815";
+        QTest::newRow("tone") << "ToneTxt"
+                              << "PL 156.7"
+                              << "156.7";
+        QTest::newRow("latitude") << "LatTxt"
+                                  << "+44.5x"
+                                  << "+44.5";
+        QTest::newRow("longitude") << "LonTxt"
+                                   << "-70,1"
+                                   << "-701";
+        QTest::newRow("call sign") << "CallSignTxt"
+                                   << "kd-l 1.23"
+                                   << "KDL123";
+        QTest::newRow("system id") << "SysIdTxt"
+                                   << "1a_2b"
+                                   << "1A2B";
+    }
+    void keyFilters() {
+        QFETCH(QString, box);
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        logIn();
+        auto* edit = openSearch()->findChild<QLineEdit*>(box);
+        QVERIFY(edit);
+        edit->clear();
+        QTest::keyClicks(edit, typed);
+        QCOMPARE(edit->text(), kept);
+    }
+
+    // Range 3 in kilometres around 0, 0 when the boxes are empty, as the service received it;
+    // a local database address disables the two call-sign frames.
+    void callSignRequest() {
+        logIn();
+        FrmSearchRR* s = openSearch();
+        QVERIFY(s->Frame(2)->isEnabled() && s->StartSearchBtn(3)->isEnabled());
+        QCOMPARE(s->LatTxt()->text(), QString("44.52"));
+        s->LatTxt()->clear();
+        s->LonTxt()->clear();
+        s->DistOpt(2)->click();
+        s->RangeOpt(2)->click();
+        s->StartSearchBtn(2)->click();
+        const QByteArray body = m_server->lastRequest();
+        QVERIFY2(body.contains("fccGetProxCallsigns"), body.constData());
+        for (const char* part : {">3</range>", ">k</unit>", ">0</lat>", ">0</lon>"})
+            QVERIFY2(body.contains(part), part);
+
+        m_win->close();
+        logIn(data(), 1);
+        s = openSearch();
+        for (int i : {2, 3})
+            QVERIFY(!s->Frame(i)->isEnabled() && !s->StartSearchBtn(i)->isEnabled());
+        QVERIFY(s->Frame(4)->isEnabled());
+    }
+
+    // Conventional ticks made before a search do not count: the ticked results are imported.
+    void searchResultsWinOverConventionalTicks() {
+        logIn();
+        m_win->node("c1s1d1")->setCheckState(0, Qt::Checked);
+        QCOMPARE(m_win->FreqSelCnt(), 1);
+        FrmSearchRR* s = openSearch();
+        s->SrchFrqOpt(1)->click();
+        QTest::keyClicks(s->ToneTxt(), "107.2");
+        s->StartSearchBtn(0)->click();
+        QCOMPARE(m_win->treeTag(), QString("SearchFreqs"));
+        QCOMPARE(m_win->node("c1")->childCount(), 2);
+        QVERIFY(!m_win->ImportBtn(1)->isEnabled());
+        m_win->node("c1")->setCheckState(0, Qt::Checked);
+        QCOMPARE(m_win->SearchSelCnt(), 2);
+        m_win->node("c1s1")->setCheckState(0, Qt::Unchecked);
+        QCOMPARE(m_win->FrqChanLbl()->text(), QString("1"));
+        QCOMPARE(m_win->node("c1")->checkState(0), Qt::Checked);
+        m_prompts.queueAnswer(Answer::Yes);
+        m_win->ImportBtn(1)->click();
+        const BankRec& bank = m_ctx->cur().Banks[2];
+        QCOMPARE(bank.ImportName, QString("SearchFreqs"));
+        QCOMPARE(bank.ImportCount, 1);
+        QCOMPARE(bank.Chans[1].Desc, QString("ASO Court-Sheriff Court Security"));
+        QCOMPARE(bank.Chans[1].Freq, 453400000.0);
+        QVERIFY(m_win->verifyWindow());
+    }
+
+    // A result whose mode the table cannot name stops the import there with a report.
+    void resultWithoutModeStopsImport() {
+        logIn();
+        FrmSearchRR* s = openSearch();
+        s->SrchFrqOpt(1)->click();
+        QTest::keyClicks(s->FreqTxt(), "154.43");
+        s->StartSearchBtn(0)->click();
+        m_win->node("c1")->setCheckState(0, Qt::Checked);
+        m_prompts.queueAnswer(Answer::Yes);
+        m_win->ImportBtn(1)->click();
+        const BankRec& bank = m_ctx->cur().Banks[2];
+        QCOMPARE(bank.ImportCount, 1); // the first result, then the one without a mode
+        QCOMPARE(bank.Chans[1].Desc, QString("AFD Disp-Fire Dispatch"));
+        QVERIFY(!m_win->verifyWindow());
+        QVERIFY(messages().last().contains("RRImpBtn"));
+    }
+
+    void feeds_data() {
+        QTest::addColumn<int>("count");
+        QTest::newRow("none") << 0;
+        QTest::newRow("one") << 1;
+        QTest::newRow("two, in service order") << 2;
+    }
+    void feeds() {
+        QFETCH(int, count);
+        RRDataSet d = data();
+        std::swap(d.feeds[0], d.feeds[1]); // not in id order
+        d.feeds = d.feeds.mid(0, count);
+        logIn(d);
+        QAction* item = m_win->menuItem(QStringLiteral("ShowAudioFeedsMenuItem"));
+        QCOMPARE(item->isEnabled(), count > 0);
+        if (count == 0)
+            return;
+        item->trigger();
+        FrmFeeds* f = m_win->feedsWindow();
+        QVERIFY(f && item->isChecked());
+        QCOMPARE(f->windowTitle(), QString("My Audio Feeds"));
+        QTreeWidget* lv = f->Lv1();
+        QCOMPARE(lv->topLevelItemCount(), count);
+        for (int i = 0; i < count; ++i) {
+            const TypFeed& feed = d.feeds[i].feed;
+            QTreeWidgetItem* row = lv->topLevelItem(i);
+            QCOMPARE((QStringList{row->text(0), row->text(1), row->text(2), row->text(3),
+                                  row->text(4), row->text(5)}),
+                     (QStringList{QString::number(feed.feedId), feed.descr, feed.hostname,
+                                  feed.port, feed.mount, feed.password}));
+        }
+        f->move(40, 50);
+        f->close();
+        QVERIFY(!item->isChecked());
+        item->trigger();
+        QTRY_VERIFY(m_win->feedsWindow());
+        QCOMPARE(m_win->feedsWindow()->pos(), QPoint(40, 50));
+    }
+};
+
+QTEST_MAIN(TstFrmSearchRR)
+#include "tst_frmsearchrr.moc"
