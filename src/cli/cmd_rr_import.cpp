@@ -165,7 +165,7 @@ QStringList importConventional(RRSession& rr, const Choice& c, BankRec& bank) {
         return {};
     }
     ConvTree tree = ConvTreeFromCats(cats);
-    FetchSubcatFreqs(client, rr.ctx().errors, tree);
+    FetchSubcatFreqs(client, tree, &rr.ctx().errors);
     if (rr.failed())
         return {};
     const QStringList ticked = tick(tree, c);
@@ -267,7 +267,7 @@ int run(Env& env, const Args& args) {
     const int bankNo = args.intValue(QStringLiteral("bank"), 1, BankCount);
     const Choice choice = readChoice(args);
     RRSession rr(env, args);
-    rr.load();
+    rr.load(true, true);
     AppContext& ctx = rr.ctx();
     ProfileRec& profile = ctx.Profiles[env.selectProfile(args)];
     ctx.CurBank = quint8(bankNo);

@@ -58,7 +58,7 @@ QString readPassword() {
 
 RRSession::RRSession(Env& env, const Args& args) : m_env(env), m_args(args) {}
 
-void RRSession::load(bool login) {
+void RRSession::load(bool login, bool writing) {
     QString url = m_args.value(QStringLiteral("url"));
     if (m_args.has(QStringLiteral("url"))) {
         const QUrl u(url, QUrl::StrictMode);
@@ -74,7 +74,7 @@ void RRSession::load(bool login) {
     if (m_args.has(QStringLiteral("password-stdin")))
         password = readPassword();
 
-    m_ctx = &m_env.load();
+    m_ctx = writing ? &m_env.loadForWriting() : &m_env.load();
     // The remembered login, as the window reads it at start-up.
     m_ctx->registry = LoadRegistryValues();
     m_reportsAtStart = m_ctx->errors.reportCount();

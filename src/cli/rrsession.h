@@ -26,8 +26,9 @@ public:
     // carries the login). False when the description could not be had (already reported).
     bool open(bool login = true);
     // The two halves of open(), for a command that checks more of its arguments against the
-    // loaded profiles before it asks the service anything.
-    void load(bool login = true);
+    // loaded profiles before it asks the service anything. A command that saves loads with
+    // `writing`, holding the data-folder lock as every writing command does.
+    void load(bool login = true, bool writing = false);
     bool connect();
 
     AppContext& ctx() { return *m_ctx; }

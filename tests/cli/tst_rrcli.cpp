@@ -4,6 +4,7 @@
 // the remembered login, and the import into a bank as show and frames then see it.
 #include "testsupport.h"
 
+#include "core/datalock.h"
 #include "webservice/server/rrlocalserver.h"
 
 #include <QProcess>
@@ -249,6 +250,17 @@ private Q_SLOTS:
         QVERIFY(lines(ctl(dir.path(), {"show", "--bank", "5"}).out)
                     .first()
                     .contains(u',' + first + u','));
+    }
+
+    // The import saves the profile, so it waits for the data-folder lock like every writer.
+    void importWaitsForTheLock() {
+        QTemporaryDir dir;
+        DataLock window(dir.path());
+        QVERIFY(window.acquire(0));
+        const ProcessResult r = rr(dir.path(), {"import", "--bank", "2", "--county", "1001"});
+        QCOMPARE(r.exitCode, 2);
+        QVERIFY2(r.err.contains("in use by"), r.err.constData());
+        QVERIFY(!QFile::exists(dir.filePath(u"Banks/Bank02.BKE"_s)));
     }
 };
 
