@@ -165,7 +165,7 @@ QStringList importConventional(RRSession& rr, const Choice& c, BankRec& bank) {
         return {};
     }
     ConvTree tree = ConvTreeFromCats(cats);
-    FetchSubcatFreqs(client, rr.ctx().errors, tree);
+    FetchSubcatFreqs(client, tree, &rr.ctx().errors);
     if (rr.failed())
         return {};
     const QStringList ticked = tick(tree, c);
