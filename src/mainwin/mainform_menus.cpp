@@ -163,6 +163,8 @@ void MainForm::buildMenus() {
 
     for (const auto& a : kAliases)
         m_items.insert(QString::fromLatin1(a.alias), menuItem(QString::fromLatin1(a.name)));
+
+    installHistory(edit, view);
 }
 
 void MainForm::runFileCommand(FileCommand command) {
@@ -187,7 +189,7 @@ void MainForm::runFileCommand(FileCommand command) {
         s.at(2);
         switch (command) {
         case FileCommand::LoadProfile:
-            LoadProfileFrom(m_ctx, m_shown, *path);
+            LoadProfileFrom(m_ctx, m_ctx.CurProfile, m_shown, *path);
             afterProfileLoaded();
             break;
         case FileCommand::SaveProfileAs:
@@ -197,7 +199,7 @@ void MainForm::runFileCommand(FileCommand command) {
             updateCaption();
             break;
         case FileCommand::LoadBank:
-            LoadBankFrom(m_ctx, *path);
+            LoadBankFrom(m_ctx, m_ctx.CurProfile, m_ctx.CurBank, *path);
             m_bankTab->setTabText(m_ctx.CurBank - 1, m_ctx.cur().Banks[m_ctx.CurBank].FileName);
             RefreshBank(m_ctx.CurBank);
             FillChanLV();
@@ -208,7 +210,7 @@ void MainForm::runFileCommand(FileCommand command) {
             RefreshBank(m_ctx.CurBank);
             break;
         case FileCommand::LoadSearch:
-            LoadSearchFrom(m_ctx, m_shown, *path);
+            LoadSearchFrom(m_ctx, m_ctx.CurProfile, m_shown, *path);
             m_bankTab->setTabText(SearchTab - 1, m_shown.srchName);
             RefreshSearch();
             break;
@@ -263,7 +265,7 @@ void MainForm::runEditCommand(EditCommand command, const char* label) {
                                     Icon::Exclamation, Buttons::YesNo);
         if (answer != Answer::Yes)
             return;
-        ApplyEditCommand(m_ctx, command);
+        ApplyEditCommand(m_ctx, m_ctx.CurProfile, m_ctx.CurBank, command);
         refreshLists();
     });
 }
