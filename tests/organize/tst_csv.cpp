@@ -267,8 +267,16 @@ private Q_SLOTS:
         for (int c = 1; c <= ChansPerBank; ++c) {
             ChannelRec expected = chans[c];
             expected.Freq = FreqToDouble(FreqToString(expected.Freq)); // as a file carries it
+            expected.Desc.replace(u',', u';'); // the bank file cannot hold a comma
             QCOMPARE(f.p.Banks[10].Chans[c], expected);
         }
+        // What was imported survives the bank file: nothing falls back to the factory line.
+        const QString bankFile = f.dir.filePath(u"ten.BKE"_s);
+        Save_BankInfo(f.ctx, 0, 10, bankFile);
+        AppContext again(f.dir.path());
+        Load_BankInfo(again, 0, 10, bankFile);
+        QCOMPARE(again.Profiles[0].Banks[10].Chans, f.p.Banks[10].Chans);
+        QVERIFY(again.loadProblems.isEmpty());
     }
 
     void cliExport() {
