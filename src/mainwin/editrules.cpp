@@ -5,29 +5,6 @@
 
 namespace kestrel {
 
-QStringList ChannelHeaders() {
-    return {QString(),
-            QStringLiteral("Frequency"),
-            QStringLiteral("Description"),
-            QStringLiteral("Delay"),
-            QStringLiteral("Priority"),
-            QStringLiteral("L/Out")};
-}
-
-QStringList SearchHeaders() {
-    return {QString(), QStringLiteral("Lower Frequency"), QStringLiteral("Upper Frequency"),
-            QStringLiteral("Description")};
-}
-
-QStringList ChannelRowTexts(int channelNumber, const ChannelRec& rec) {
-    return {Num3(channelNumber),     FreqToString(rec.Freq),     rec.Desc,
-            BoolToString(rec.Delay), BoolToString(rec.Priority), BoolToString(rec.Lockout)};
-}
-
-QStringList SearchRowTexts(int index, const SearchRec& rec) {
-    return {Num2(index), FreqToString(rec.Lower), FreqToString(rec.Upper), rec.Desc};
-}
-
 QString CommitChannelFreq(ChannelRec& rec, const QString& typed) {
     const double f = FreqToDouble(typed);
     rec.Freq = f;
