@@ -32,7 +32,6 @@ QString registryKey(const QString& subkey, const QString& valueName) {
 }
 
 using Read = std::function<void(ProgramSettings&, const QString&, QSize)>;
-using Write = std::function<QString(const ProgramSettings&)>;
 
 const QString kSettingsSec = QStringLiteral("Settings");
 const QString kRadioRefSec = QStringLiteral("RadioRef");
@@ -85,9 +84,9 @@ QList<SettingKey> buildKeys() {
                          s.mainSize = {Validate_Long(parts[0], 0, 0, 1 << 24),
                                        Validate_Long(parts[1], 0, 0, 1 << 24)};
                  },
-                 [](const ProgramSettings& s) {
+                 [](const ProgramSettings& s) -> std::optional<QString> {
                      if (s.mainSize.isEmpty())
-                         return QString();
+                         return std::nullopt;
                      return QString::number(s.mainSize.height) + QLatin1Char(',') +
                             QString::number(s.mainSize.width);
                  }});
@@ -111,10 +110,13 @@ QList<SettingKey> buildKeys() {
     keys.append(
         numberKey(kRadioRefSec, "DBaseProxyPrt", &ProgramSettings::DBaseProxyPrt, 8080, 80, 32767));
     // Only a key the user or a distribution put there is kept; none is added.
-    keys.append(
-        {kRadioRefSec, QStringLiteral("AppKey"),
-         [](ProgramSettings& s, const QString& text, QSize) { s.AppKey = text.trimmed(); },
-         [](const ProgramSettings& s) { return s.AppKey.isEmpty() ? QString() : s.AppKey; }});
+    keys.append({kRadioRefSec, QStringLiteral("AppKey"),
+                 [](ProgramSettings& s, const QString& text, QSize) { s.AppKey = text.trimmed(); },
+                 [](const ProgramSettings& s) -> std::optional<QString> {
+                     if (s.AppKey.isEmpty())
+                         return std::nullopt;
+                     return s.AppKey;
+                 }});
     // Device paths that stand in for COM port numbers; written back only where one is set.
     for (int n = 1; n <= 16; ++n)
         keys.append({kPortsSec, QStringLiteral("COM") + QString::number(n),
@@ -124,7 +126,11 @@ QList<SettingKey> buildKeys() {
                          else
                              s.PortOverrides.insert(n, text);
                      },
-                     [n](const ProgramSettings& s) { return s.PortOverrides.value(n); }});
+                     [n](const ProgramSettings& s) -> std::optional<QString> {
+                         if (!s.PortOverrides.contains(n))
+                             return std::nullopt;
+                         return s.PortOverrides.value(n);
+                     }});
     return keys;
 }
 
@@ -143,9 +149,8 @@ void ReadProgramSettings(ProgramSettings& s, const IniDocument& doc, QSize scree
 
 void WriteProgramSettings(const ProgramSettings& s, IniDocument& doc) {
     for (const SettingKey& k : ProgramSettingKeys()) {
-        const QString text = k.write(s);
-        if (!text.isNull())
-            doc.WriteKey(k.section, k.key, text);
+        if (const std::optional<QString> text = k.write(s))
+            doc.WriteKey(k.section, k.key, *text);
     }
 }
 

@@ -9,6 +9,7 @@
 #include <QString>
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace kestrel {
 
@@ -71,7 +72,7 @@ struct SettingKey {
     QString section;
     QString key;
     std::function<void(ProgramSettings&, const QString& text, QSize screenTwips)> read;
-    std::function<QString(const ProgramSettings&)> write; // a null text: the key is not written
+    std::function<std::optional<QString>(const ProgramSettings&)> write; // none: not written
 };
 const QList<SettingKey>& ProgramSettingKeys();
 // Reads every key of the table (a missing one takes its default) and derives ServiceAddress.

@@ -92,6 +92,7 @@ private Q_SLOTS:
         out.DBaseEndUsr = QStringLiteral("https://example.invalid/soap2/");
         out.DBaseLocUsr = QStringLiteral("http://127.0.0.1:9100/soap2/");
         out.DBaseProxyUse = true;
+        out.DBaseProxyAdr = QStringLiteral("10.0.0.2");
         out.DBaseProxyPrt = 3128;
         out.AppKey = QStringLiteral("12345678");
         out.PortOverrides.insert(3, QStringLiteral("/dev/ttyUSB0"));
