@@ -5,13 +5,13 @@
 #include "core/filereport.h"
 #include "core/files.h"
 #include "core/profiles.h"
-#include "mainwin/guiprompts.h"
 #include "mainwin/mainform.h"
+#include "ui/guiprompts.h"
+#include "ui/windowplace.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
-#include <QScreen>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -46,8 +46,7 @@ int main(int argc, char** argv) {
 
     kestrel::GuiPrompts prompts;
     kestrel::AppContext ctx(kestrel::ResolveAppDir(dataDir), &prompts);
-    if (const QScreen* screen = QGuiApplication::primaryScreen())
-        ctx.screenTwips = screen->size() * 15;
+    ctx.screenTwips = kestrel::desktopTwips();
     kestrel::DetectNumberFormat(ctx);
     // One writer at a time: the window holds the data folder while it runs.
     QDir().mkpath(ctx.appDir());

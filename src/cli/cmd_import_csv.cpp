@@ -79,7 +79,8 @@ int run(Env& env, const Args& args) {
     if (args.has(QStringLiteral("bank-from-location")))
         throw UsageError("--bank-from-location is for CHIRP files");
     const Target target = parseTarget(args, false);
-    const int fields = target.kind == Target::Bank ? kCsvBankFields : kCsvSearchFields;
+    const int fields =
+        int(CsvFields(target.kind == Target::Bank ? CsvMode::Bank : CsvMode::Search).size());
     QList<int> columns = parseColumns(args.value(QStringLiteral("columns")), fields);
     if (!QFileInfo(file).isFile())
         throw InputError(qPrintable(QStringLiteral("cannot read ") + file));

@@ -14,9 +14,7 @@ namespace {
 
 const QString kProfilesSec = QStringLiteral("Profiles");
 const QString kSettingsSec = QStringLiteral("Settings");
-const QString kRadioRefSec = QStringLiteral("RadioRef");
 const QString kScanBanksSec = QStringLiteral("ScanBanks");
-const QString kPortsSec = QStringLiteral("Ports");
 
 QString profileKey(int p) {
     return QStringLiteral("Profile") + Num2(p);
@@ -28,60 +26,6 @@ QString bankKey(int b) {
 void checkProfile(qint16 p) {
     if (p < 0 || p >= ProfileCount)
         throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
-}
-
-void readProgramSettings(AppContext& ctx, const IniDocument& doc) {
-    ProgramSettings& s = ctx.settings;
-    for (int w = 0; w < kWindowCount; ++w) {
-        const WindowInfo& info = windowInfo(WindowId(w));
-        s.positions[w] = Set_FormPos(doc.ReadKey(kSettingsSec, QString::fromLatin1(info.key)),
-                                     ctx.screenTwips, info.designHeight, info.designWidth);
-    }
-    s.KestrelCable = Validate_Int(doc.ReadKey(kSettingsSec, u"KestrelCable"), 2, 2, 3);
-    s.CommPort = Validate_Int(doc.ReadKey(kSettingsSec, u"CommPort"), 1, 1, 16);
-    s.DBaseVersion = Validate_Int(doc.ReadKey(kRadioRefSec, u"DBaseVersion"), 8, 1, 999);
-    s.DBaseIndex = Validate_Int(doc.ReadKey(kRadioRefSec, u"DBaseIndex"), 0, 0, 1);
-    s.DBaseEndUsr = doc.ReadKey(kRadioRefSec, u"DBaseEndUsr");
-    if (s.DBaseEndUsr.isEmpty())
-        s.DBaseEndUsr = DefaultEndpoint();
-    s.DBaseLocUsr = doc.ReadKey(kRadioRefSec, u"DBaseLocUsr");
-    if (s.DBaseLocUsr.isEmpty())
-        s.DBaseLocUsr = DefaultLocalEndpoint();
-    s.DBaseProxyUse = Validate_Bool(doc.ReadKey(kRadioRefSec, u"DBaseProxyUse"), false);
-    s.DBaseProxyAdr = doc.ReadKey(kRadioRefSec, u"DBaseProxyAdr");
-    if (s.DBaseProxyAdr.isEmpty())
-        s.DBaseProxyAdr = QStringLiteral("127.0.0.1");
-    s.DBaseProxyPrt = Validate_Int(doc.ReadKey(kRadioRefSec, u"DBaseProxyPrt"), 8080, 80, 32767);
-    s.AppKey = doc.ReadKey(kRadioRefSec, u"AppKey").trimmed();
-    s.ServiceAddress = DeriveServiceAddress(s);
-    s.PortOverrides.clear();
-    for (int n = 1; n <= 16; ++n) {
-        const QString dev = doc.ReadKey(kPortsSec, QStringLiteral("COM") + QString::number(n));
-        if (!dev.isEmpty())
-            s.PortOverrides.insert(n, dev);
-    }
-}
-
-void writeProgramSettings(const AppContext& ctx, IniDocument& doc) {
-    const ProgramSettings& s = ctx.settings;
-    doc.WriteKey(kSettingsSec, QStringLiteral("Version"), QStringLiteral(KESTREL_VERSION));
-    for (int w = 0; w < kWindowCount; ++w) {
-        const WindowPos& pos = s.positions[w];
-        doc.WriteKey(kSettingsSec, QString::fromLatin1(windowInfo(WindowId(w)).key),
-                     QString::number(pos.top) + QLatin1Char(',') + QString::number(pos.left));
-    }
-    doc.WriteKey(kSettingsSec, QStringLiteral("KestrelCable"), QString::number(s.KestrelCable));
-    doc.WriteKey(kSettingsSec, QStringLiteral("CommPort"), QString::number(s.CommPort));
-    doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseVersion"), QString::number(s.DBaseVersion));
-    doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseIndex"), QString::number(s.DBaseIndex));
-    doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseEndUsr"), s.DBaseEndUsr);
-    doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseLocUsr"), s.DBaseLocUsr);
-    doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseProxyUse"), BoolToString(s.DBaseProxyUse));
-    doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseProxyAdr"), s.DBaseProxyAdr);
-    doc.WriteKey(kRadioRefSec, QStringLiteral("DBaseProxyPrt"), QString::number(s.DBaseProxyPrt));
-    // Only a key the user or a distribution put there is kept; none is added.
-    if (!s.AppKey.isEmpty())
-        doc.WriteKey(kRadioRefSec, QStringLiteral("AppKey"), s.AppKey);
 }
 
 } // namespace
@@ -135,7 +79,7 @@ void Load_Settings(AppContext& ctx, qint16 p, const QString& givenPath) {
         NoteDamagedLines(ctx, path, doc);
         s.at(2);
         if (p == 0)
-            readProgramSettings(ctx, doc);
+            ReadProgramSettings(ctx.settings, doc, ctx.screenTwips);
         s.at(3);
         ProfileRec& profile = ctx.Profiles[p];
         QString srch = doc.ReadKey(kSettingsSec, u"SrchName");
@@ -191,7 +135,7 @@ void Save_Settings(AppContext& ctx, qint16 p, const QString& path) {
         IniDocument doc = IniDocument::load(path);
         s.at(2);
         if (p == 0)
-            writeProgramSettings(ctx, doc);
+            WriteProgramSettings(ctx.settings, doc);
         s.at(3);
         doc.WriteKey(kSettingsSec, QStringLiteral("SrchName"), profile.SrchName);
         Save_SearchInfo(ctx, p, ctx.searchPath(profile.SrchName));

@@ -3,10 +3,13 @@
 // the few values kept in the user's registry.
 #pragma once
 
+#include <QList>
 #include <QMap>
 #include <QSize>
 #include <QString>
 #include <array>
+#include <functional>
+#include <optional>
 
 namespace kestrel {
 
@@ -27,8 +30,17 @@ struct WindowPos {
     bool operator==(const WindowPos&) const = default;
 };
 
+// A remembered window size in twips, stored as "height,width"; zero when none is known.
+struct WindowSize {
+    qint32 height = 0;
+    qint32 width = 0;
+    bool isEmpty() const { return height <= 0 || width <= 0; }
+    bool operator==(const WindowSize&) const = default;
+};
+
 struct ProgramSettings {
     std::array<WindowPos, kWindowCount> positions{};
+    WindowSize mainSize;     // the main window's size, beside its position
     qint16 KestrelCable = 2; // 2 two-wire, 3 three-wire
     qint16 CommPort = 1;     // 1..16
     qint16 DBaseVersion = 8;
@@ -50,6 +62,22 @@ inline constexpr const char* kPublicServiceHost = "https://api.radioreference.co
 QString DefaultEndpoint();      // the public service, "/soap2/"
 QString DefaultLocalEndpoint(); // "http://127.0.0.1:9000/soap2/"
 QString DeriveServiceAddress(const ProgramSettings& s);
+
+class IniDocument;
+
+// One key of the program-wide part of the settings file: where it is kept, how its text is taken
+// in (default and limits) and what is written back. Reading and writing both walk this one table
+// in its order, so a key is named once.
+struct SettingKey {
+    QString section;
+    QString key;
+    std::function<void(ProgramSettings&, const QString& text, QSize screenTwips)> read;
+    std::function<std::optional<QString>(const ProgramSettings&)> write; // none: not written
+};
+const QList<SettingKey>& ProgramSettingKeys();
+// Reads every key of the table (a missing one takes its default) and derives ServiceAddress.
+void ReadProgramSettings(ProgramSettings& s, const IniDocument& doc, QSize screenTwips);
+void WriteProgramSettings(const ProgramSettings& s, IniDocument& doc);
 
 // Window placement (all values in twips). The stored text is "top,left".
 WindowPos Set_FormPos(const QString& value, QSize screen, int designHeight, int designWidth);

@@ -3,6 +3,7 @@
 
 #include "core/appcontext.h"
 #include "import/searchtree.h"
+#include "ui/windowplace.h"
 #include "webservice/rrclient.h"
 
 #include <QCloseEvent>
@@ -26,6 +27,7 @@ FrmFeeds::FrmFeeds(AppContext& ctx, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_lv1);
     resize(720, 240);
+    placeWindow(this);
     Load();
 }
 

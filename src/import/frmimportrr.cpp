@@ -8,6 +8,7 @@
 #include "import/frmverifyrrchan.h"
 #include "import/httpprobe.h"
 #include "import/searchtree.h"
+#include "ui/windowplace.h"
 #include "webservice/rrclient.h"
 #include "webservice/ui/frmdbaseloc.h"
 #include "webservice/ui/frmviewxml.h"
@@ -79,6 +80,7 @@ FrmImportRR::FrmImportRR(AppContext& ctx, QWidget* parent)
     setWindowTitle(kCaption);
     buildControls();
     buildMenus();
+    placeWindow(this, m_ctx, WindowId::ImpRR);
     Load();
 }
 
@@ -329,6 +331,7 @@ void FrmImportRR::Unload() {
         return;
     Trap(m_ctx.errors, "FrmImportRR -> Unload", [&](Stmt& s) {
         s.at(1);
+        rememberWindow(this, m_ctx, WindowId::ImpRR);
         WebCredentials& cred = m_ctx.component<WebCredentials>();
         if (m_rememberMe->isChecked()) {
             cred.remember(m_uName->text(), m_uPass->text());

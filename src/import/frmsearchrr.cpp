@@ -4,6 +4,7 @@
 #include "core/appcontext.h"
 #include "import/frmimportrr.h"
 #include "import/searchtree.h"
+#include "ui/windowplace.h"
 #include "webservice/rrclient.h"
 #include "webservice/ui/keyfilter.h"
 
@@ -52,6 +53,7 @@ FrmSearchRR::FrmSearchRR(AppContext& ctx, FrmImportRR& import, QWidget* parent)
       m_settings(ctx.component<SearchSettings>()) {
     setWindowTitle(QStringLiteral("Advanced Search Options"));
     buildControls();
+    placeWindow(this);
     Load();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmverifyrrchan.h"
 
+#include "ui/windowplace.h"
 #include "verifyrules.h"
 
 #include "core/appcontext.h"
@@ -104,8 +105,7 @@ FrmVerifyRRChan::FrmVerifyRRChan(AppContext& ctx, QWidget* parent)
            windowInfo(WindowId::VerRR).designHeight / kTwipsPerPixel);
     Trap(m_ctx.errors, "FrmVerifyRRChan -> Load", [&] {
         m_open = true;
-        const WindowPos& pos = m_ctx.settings.pos(WindowId::VerRR);
-        move(pos.left / kTwipsPerPixel, pos.top / kTwipsPerPixel);
+        placeWindow(this, m_ctx, WindowId::VerRR);
         FillChannels();
         m_finishBtn->setEnabled(VerifyChannels());
     });
@@ -192,9 +192,7 @@ void FrmVerifyRRChan::showEvent(QShowEvent* event) {
 }
 
 void FrmVerifyRRChan::closeEvent(QCloseEvent* event) {
-    WindowPos& pos = m_ctx.settings.pos(WindowId::VerRR);
-    pos.top = AdjFrmTop(y() * kTwipsPerPixel, m_ctx.screenTwips);
-    pos.left = AdjFrmleft(x() * kTwipsPerPixel, m_ctx.screenTwips);
+    rememberWindow(this, m_ctx, WindowId::VerRR);
     m_open = false;
     QWidget::closeEvent(event);
     Q_EMIT closed(m_finished);

@@ -2,7 +2,8 @@
 #include "frmcomset.h"
 
 #include "kestrelcomm.h"
-#include "linkwindows.h"
+#include "ui/buttonrow.h"
+#include "ui/windowplace.h"
 
 #include "core/appcontext.h"
 
@@ -59,7 +60,7 @@ FrmComSet::FrmComSet(AppContext& ctx, KestrelComm& link, QWidget* parent)
     Trap(m_ctx.errors, "FrmComSet -> Load", [&] {
         m_choice = m_ctx.settings.CommPort;
         m_accepted = false;
-        placeWindow(this, m_ctx, WindowId::COMSet);
+        placeWindow(this);
         ShowPorts(m_choice);
         m_cancel->setEnabled(false);
         m_accept->setEnabled(true);

@@ -2,6 +2,7 @@
 #include "frmdebug.h"
 
 #include "kestrelcomm.h"
+#include "ui/windowplace.h"
 
 #include "core/appcontext.h"
 
@@ -38,6 +39,7 @@ FrmDebug::FrmDebug(AppContext& ctx, KestrelComm& link, QWidget* parent)
     layout->addLayout(lists);
     connect(m_check, &QCheckBox::toggled, this, &FrmDebug::setLogging);
     resize(640, 320);
+    placeWindow(this);
 
     Trap(m_ctx.errors, "FrmDebug -> Load", [&] {
         m_lists[0]->clear();

@@ -2,6 +2,7 @@
 #include "frmerrs.h"
 
 #include "core/appcontext.h"
+#include "ui/windowplace.h"
 
 #include <QCloseEvent>
 #include <QFontDatabase>
@@ -37,6 +38,7 @@ FrmErrs::FrmErrs(AppContext& ctx, QWidget* parent) : QWidget(parent, Qt::Window)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_text);
     resize(520, 260);
+    placeWindow(this);
     Trap(m_ctx.errors, "FrmErrs -> Load", [&] { m_text->setPlainText(errorText()); });
 }
 

@@ -2,7 +2,8 @@
 #include "frmselcable.h"
 
 #include "kestrelcomm.h"
-#include "linkwindows.h"
+#include "ui/buttonrow.h"
+#include "ui/windowplace.h"
 
 #include "core/appcontext.h"
 

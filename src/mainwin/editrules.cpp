@@ -5,34 +5,11 @@
 
 namespace kestrel {
 
-QStringList ChannelHeaders() {
-    return {QString(),
-            QStringLiteral("Frequency"),
-            QStringLiteral("Description"),
-            QStringLiteral("Delay"),
-            QStringLiteral("Priority"),
-            QStringLiteral("L/Out")};
-}
-
-QStringList SearchHeaders() {
-    return {QString(), QStringLiteral("Lower Frequency"), QStringLiteral("Upper Frequency"),
-            QStringLiteral("Description")};
-}
-
 QString CellStepName(bool searchList, int column, int number) {
     const QString header = (searchList ? SearchHeaders() : ChannelHeaders()).value(column);
     return QStringLiteral("Edit ") + header +
            (searchList ? QStringLiteral(" of Search ") : QStringLiteral(" of Channel ")) +
            QString::number(number);
-}
-
-QStringList ChannelRowTexts(int channelNumber, const ChannelRec& rec) {
-    return {Num3(channelNumber),     FreqToString(rec.Freq),     rec.Desc,
-            BoolToString(rec.Delay), BoolToString(rec.Priority), BoolToString(rec.Lockout)};
-}
-
-QStringList SearchRowTexts(int index, const SearchRec& rec) {
-    return {Num2(index), FreqToString(rec.Lower), FreqToString(rec.Upper), rec.Desc};
 }
 
 QString CommitChannelFreq(ChannelRec& rec, const QString& typed) {

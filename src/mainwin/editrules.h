@@ -3,26 +3,13 @@
 // widgets so that they can be checked on their own.
 #pragma once
 
+#include "core/columns.h"
 #include "core/records.h"
 
 #include <QString>
 #include <QStringList>
 
 namespace kestrel {
-
-// Columns of the channel lists (ChnlsLv, ChanLV) and of the search list (SearchLV).
-enum ChannelColumn { ColChanNumber, ColFreq, ColDesc, ColDelay, ColPriority, ColLockout };
-enum SearchColumn { ColSrchNumber, ColLower, ColUpper, ColSrchDesc };
-inline constexpr int kChannelColumns = 6;
-inline constexpr int kSearchColumns = 4;
-
-QStringList ChannelHeaders(); // "", "Frequency", "Description", "Delay", "Priority", "L/Out"
-QStringList SearchHeaders();  // "", "Lower Frequency", "Upper Frequency", "Description"
-
-// Row texts: number (three digits for channels, two for ranges), frequencies in the files' form,
-// the description and the flags as "True"/"False" in the order Delay, Priority, L/Out.
-QStringList ChannelRowTexts(int channelNumber, const ChannelRec& rec);
-QStringList SearchRowTexts(int index, const SearchRec& rec);
 
 // A typed frequency committed into a channel: the box's text is read leniently, an out-of-band
 // value empties the channel. A channel that gains a frequency while locked out is unlocked and

@@ -7,6 +7,7 @@
 #include "core/profiles.h"
 #include "inplaceedit.h"
 #include "servicebands.h"
+#include "ui/windowplace.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -19,7 +20,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QScreen>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QTableWidget>
@@ -29,7 +30,6 @@ namespace kestrel {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 const char* const kTitle = "Kestrel Manager";
 // Characters a file's base name cannot hold; "." would cut the name short when read back.
 const char* const kNameRefused = "./\\:,*?|<>\"";
@@ -88,13 +88,11 @@ QTableWidget* MainForm::makeList(const QStringList& headers, int rows, bool sear
         list->setColumnWidth(
             column, std::max(fm.horizontalAdvance(sample), fm.horizontalAdvance(caption)) + pad);
     };
-    fit(0, searchList ? QStringLiteral("00") : QStringLiteral("000"));
+    const QList<ListColumn>& table = searchList ? SearchColumnTable() : ChannelColumnTable();
     const int descColumn = searchList ? int(ColSrchDesc) : int(ColDesc);
-    for (int c = 1; c < headers.size(); ++c) {
-        if (c == descColumn)
-            continue;
-        fit(c, IsFrequencyColumn(searchList, c) ? QStringLiteral("000.000000")
-                                                : QStringLiteral("False"));
+    for (int c = 0; c < headers.size(); ++c) {
+        if (table[c].sample)
+            fit(c, QString::fromLatin1(table[c].sample));
     }
     list->setColumnWidth(descColumn, fm.horizontalAdvance(QString(24, QLatin1Char('x'))));
     header->setSectionResizeMode(descColumn, QHeaderView::Stretch);
@@ -155,11 +153,8 @@ void MainForm::buildWidgets() {
     m_descTxt->setMaxLength(kDescMax);
     m_descTxt->hide();
 
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    QSize size(920, 680);
-    if (screen)
-        size = size.boundedTo(screen->availableSize());
-    resize(size);
+    // Until a size is remembered; placing the window fits it to its screen.
+    resize(920, 680);
 }
 
 QGroupBox* MainForm::buildScanBanksPanel() {
@@ -225,7 +220,16 @@ QGroupBox* MainForm::buildChannelListPanel() {
 
 QGroupBox* MainForm::buildServicePanel() {
     auto* box = new QGroupBox(QStringLiteral("Stored Service Frequencies"));
-    auto* layout = new QHBoxLayout(box);
+    // The lists are taller than a small screen leaves at a large scale: they scroll there
+    // instead of making the whole window taller than the screen.
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    auto* lists = new QWidget;
+    scroll->setWidget(lists);
+    (new QVBoxLayout(box))->addWidget(scroll);
+    auto* layout = new QHBoxLayout(lists);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(layout->spacing() * 8);
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     for (int list = 1; list <= 2; ++list) {
@@ -254,8 +258,7 @@ void MainForm::loadWindow() {
     Trap(m_ctx.errors, "MainForm -> Load", [&](Stmt& s) {
         s.at(1);
         m_ctx.CurBank = 0;
-        const WindowPos pos = m_ctx.settings.pos(WindowId::Main);
-        move(pos.left / kTwipsPerPixel, pos.top / kTwipsPerPixel);
+        placeWindow(this, m_ctx, WindowId::Main);
         s.at(2);
         InitControls();
         s.at(3);
@@ -526,9 +529,7 @@ void MainForm::closeEvent(QCloseEvent* event) {
     finishCellEdit();
     Trap(m_ctx.errors, "MainForm -> Unload", [&](Stmt& s) {
         s.at(1);
-        WindowPos& pos = m_ctx.settings.pos(WindowId::Main);
-        pos.top = AdjFrmTop(y() * kTwipsPerPixel, m_ctx.screenTwips);
-        pos.left = AdjFrmleft(x() * kTwipsPerPixel, m_ctx.screenTwips);
+        rememberWindow(this, m_ctx, WindowId::Main);
         s.at(2);
         for (QWidget* w : QApplication::topLevelWidgets()) {
             if (w != this && w->isVisible())

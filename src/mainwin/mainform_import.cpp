@@ -4,6 +4,7 @@
 #include "mainform.h"
 
 #include "import/frmimportrr.h"
+#include "ui/toolwindow.h"
 
 #include <QAction>
 #include <QPointer>
@@ -19,19 +20,12 @@ void installImport(MainForm& form) {
     auto window = std::make_shared<QPointer<FrmImportRR>>();
     QObject::connect(item, &QAction::triggered, &form, [&form, item, window] {
         Trap(form.ctx().errors, "MainForm -> WebImportMenuItem", [&] {
-            if (!*window) {
+            showToolWindow(item, *window, [&form] {
                 auto* w = new FrmImportRR(form.ctx(), &form);
-                w->setAttribute(Qt::WA_DeleteOnClose);
-                QObject::connect(w, &FrmImportRR::closed, item,
-                                 [item] { item->setChecked(false); });
                 QObject::connect(w, &FrmImportRR::bankImported, &form,
                                  [&form] { form.refreshLists(); });
-                *window = w;
-            }
-            item->setChecked(true);
-            (*window)->show();
-            (*window)->raise();
-            (*window)->activateWindow();
+                return w;
+            });
         });
     });
 }

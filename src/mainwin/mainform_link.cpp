@@ -3,6 +3,7 @@
 // menu's three uploads with their progress display, the time-out message, and the Options and
 // Help items that open the port, cable, trace and error-help windows.
 #include "mainform.h"
+#include "ui/toolwindow.h"
 
 #include "link/frmcomset.h"
 #include "link/frmdebug.h"
@@ -129,16 +130,9 @@ void installLink(MainForm& form) {
     cable->setCheckable(true);
     QObject::connect(cable, &QAction::triggered, hooks, [hooks, cable, link, &ctx, &form] {
         Trap(ctx.errors, "MainForm -> CableTypeMenuItem", [&] {
-            if (cable->isChecked()) {
-                if (!hooks->m_cable) {
-                    hooks->m_cable = new FrmSelCable(ctx, *link, &form);
-                    QObject::connect(hooks->m_cable, &FrmSelCable::closed, cable,
-                                     [cable] { cable->setChecked(false); });
-                }
-                hooks->m_cable->show();
-            } else if (hooks->m_cable) {
-                hooks->m_cable->close();
-            }
+            showToolWindow(
+                cable, hooks->m_cable, [&] { return new FrmSelCable(ctx, *link, &form); },
+                WhenOpen::Close);
         });
     });
 
@@ -174,16 +168,8 @@ void installLink(MainForm& form) {
     errs->setCheckable(true);
     QObject::connect(errs, &QAction::triggered, hooks, [hooks, errs, &ctx, &form] {
         Trap(ctx.errors, "MainForm -> DisplayErrorsMenuItem", [&] {
-            if (errs->isChecked()) {
-                if (!hooks->m_errs) {
-                    hooks->m_errs = new FrmErrs(ctx, &form);
-                    QObject::connect(hooks->m_errs, &FrmErrs::closed, errs,
-                                     [errs] { errs->setChecked(false); });
-                }
-                hooks->m_errs->show();
-            } else if (hooks->m_errs) {
-                hooks->m_errs->close();
-            }
+            showToolWindow(
+                errs, hooks->m_errs, [&] { return new FrmErrs(ctx, &form); }, WhenOpen::Close);
         });
     });
 

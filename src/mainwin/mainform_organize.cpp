@@ -11,6 +11,8 @@
 #include "organize/frmchnledit.h"
 #include "organize/frmcsvimport.h"
 
+#include "ui/toolwindow.h"
+
 #include <QAction>
 #include <QPointer>
 
@@ -18,28 +20,13 @@ namespace kestrel {
 
 namespace {
 
-// Opens the window made by `make` (or raises the one already open) and keeps the item's check
-// mark in step with it.
-template <typename Window, typename Make>
-void openTool(QAction* item, QPointer<Window>& window, Make make) {
-    if (!window) {
-        window = make();
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        QObject::connect(window.data(), &Window::closed, item, [item] { item->setChecked(false); });
-    }
-    item->setChecked(true);
-    window->show();
-    window->raise();
-    window->activateWindow();
-}
-
 // The open tool windows of one main window; lives as long as the main window.
 class OrganizeTools : public QObject {
 public:
     explicit OrganizeTools(MainForm& form) : QObject(&form), m_form(form) {}
 
     void csvImport(QAction* item) {
-        openTool(item, m_csv, [this] {
+        showToolWindow(item, m_csv, [this] {
             auto* w = new FrmCsvImport(m_form.ctx(), &m_form);
             connect(w, &FrmCsvImport::bankImported, &m_form, [this] { m_form.refreshLists(); });
             connect(w, &FrmCsvImport::searchImported, &m_form, [this] { m_form.refreshLists(); });
@@ -48,7 +35,7 @@ public:
     }
 
     void organizeBanks(QAction* item) {
-        openTool(item, m_banks, [this] {
+        showToolWindow(item, m_banks, [this] {
             auto* w = new FrmBankEdit(m_form.ctx(), &m_form);
             connect(w, &FrmBankEdit::banksApplied, &m_form, [this] { m_form.refreshLists(); });
             return w;
@@ -56,7 +43,7 @@ public:
     }
 
     void organizeChannels(QAction* item) {
-        openTool(item, m_chans, [this] {
+        showToolWindow(item, m_chans, [this] {
             auto* w = new FrmChnlEdit(m_form.ctx(), &m_form);
             connect(w, &FrmChnlEdit::channelsSaved, &m_form, [this] { m_form.refreshLists(); });
             return w;

@@ -2,42 +2,36 @@
 #include "csvexport.h"
 
 #include "core/csvreader.h"
-#include "core/freq.h"
+#include "csvimport.h"
 
 namespace kestrel {
 
 namespace {
 
-QString field(const QString& text) {
-    return CsvQuote(text);
-}
-
-QString mhz(double hz) {
-    // Six decimals, as the files write frequencies.
-    const double f = ValidateFreq(hz);
-    return f == 0 ? FreqToString(0) : QString::number(qRound64(f) / 1e6, 'f', 6);
+// One line per record: each field's text, a description quoted where spreadsheets need it.
+template <typename Rec, typename Text>
+QString csvLine(const QList<CsvTargetField>& fields, const Rec& rec, Text text) {
+    QStringList cells;
+    for (const CsvTargetField& f : fields)
+        cells.append(CsvQuote((f.*text)(rec)));
+    return cells.join(QLatin1Char(',')) + QLatin1Char('\n');
 }
 
 } // namespace
 
 QByteArray BankCsv(const BankRec& bank) {
-    QString text = QString::fromLatin1(kCsvBankHeader) + QLatin1Char('\n');
-    for (int c = 1; c <= ChansPerBank; ++c) {
-        const ChannelRec& ch = bank.Chans[c];
-        text += field(ch.Desc) + QLatin1Char(',') + mhz(ch.Freq) + QLatin1Char(',') +
-                BoolToString(ch.Delay) + QLatin1Char(',') + BoolToString(ch.Lockout) +
-                QLatin1Char(',') + BoolToString(ch.Priority) + QLatin1Char('\n');
-    }
+    const QList<CsvTargetField>& fields = CsvFields(CsvMode::Bank);
+    QString text = CsvHeader(CsvMode::Bank) + QLatin1Char('\n');
+    for (int c = 1; c <= ChansPerBank; ++c)
+        text += csvLine(fields, bank.Chans[c], &CsvTargetField::channelText);
     return text.toUtf8();
 }
 
 QByteArray SearchCsv(const ProfileRec& profile) {
-    QString text = QString::fromLatin1(kCsvSearchHeader) + QLatin1Char('\n');
-    for (int i = 1; i <= SearchCount; ++i) {
-        const SearchRec& r = profile.Searches[i];
-        text += field(r.Desc) + QLatin1Char(',') + mhz(r.Lower) + QLatin1Char(',') + mhz(r.Upper) +
-                QLatin1Char('\n');
-    }
+    const QList<CsvTargetField>& fields = CsvFields(CsvMode::Search);
+    QString text = CsvHeader(CsvMode::Search) + QLatin1Char('\n');
+    for (int i = 1; i <= SearchCount; ++i)
+        text += csvLine(fields, profile.Searches[i], &CsvTargetField::rangeText);
     return text.toUtf8();
 }
 

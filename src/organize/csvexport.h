@@ -7,12 +7,9 @@
 
 namespace kestrel {
 
-inline constexpr const char* kCsvBankHeader = "Description,Frequency,Delay,Lock-Out,Priority";
-inline constexpr const char* kCsvSearchHeader = "Description,Lower Frequency,Upper Frequency";
-
-// The header line, then one line per channel (or range) in slot order, LF line ends, UTF-8.
-// Frequencies are megahertz with six decimals; switches "True"/"False". A description with a
-// comma or a quote is written in double quotes, as spreadsheets do.
+// The header line (CsvHeader, organize/csvimport.h), then one line per channel (or range) in slot
+// order, LF line ends, UTF-8. Frequencies are megahertz with six decimals; switches "True"/"False".
+// A description with a comma or a quote is written in double quotes, as spreadsheets do.
 QByteArray BankCsv(const BankRec& bank);
 QByteArray SearchCsv(const ProfileRec& profile);
 

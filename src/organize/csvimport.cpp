@@ -54,18 +54,45 @@ QList<QString> values(CsvMode mode, const QStringList& fields, const QList<int>&
 
 } // namespace
 
+namespace {
+
+// A frequency in megahertz with six decimals, as the files write them.
+QString mhz(double hz) {
+    const double f = ValidateFreq(hz);
+    return f == 0 ? FreqToString(0) : QString::number(qRound64(f) / 1e6, 'f', 6);
+}
+
+} // namespace
+
 const QList<CsvTargetField>& CsvFields(CsvMode mode) {
     static const QList<CsvTargetField> bank = {
-        {"Description", "UnKnown", CsvValue::Text}, {"Frequency", "102.100000", CsvValue::Freq},
-        {"Delay", "False", CsvValue::Flag},         {"Lock-Out", "False", CsvValue::Flag},
-        {"Priority", "False", CsvValue::Flag},
+        {"Description", "UnKnown", CsvValue::Text, [](const ChannelRec& c) { return c.Desc; },
+         nullptr},
+        {"Frequency", "102.100000", CsvValue::Freq, [](const ChannelRec& c) { return mhz(c.Freq); },
+         nullptr},
+        {"Delay", "False", CsvValue::Flag,
+         [](const ChannelRec& c) { return BoolToString(c.Delay); }, nullptr},
+        {"Lock-Out", "False", CsvValue::Flag,
+         [](const ChannelRec& c) { return BoolToString(c.Lockout); }, nullptr},
+        {"Priority", "False", CsvValue::Flag,
+         [](const ChannelRec& c) { return BoolToString(c.Priority); }, nullptr},
     };
     static const QList<CsvTargetField> search = {
-        {"Description", "UnKnown", CsvValue::Text},
-        {"Lower Frequency", "25.000000", CsvValue::Freq},
-        {"Upper Frequency", "956.000000", CsvValue::Freq},
+        {"Description", "UnKnown", CsvValue::Text, nullptr,
+         [](const SearchRec& r) { return r.Desc; }},
+        {"Lower Frequency", "25.000000", CsvValue::Freq, nullptr,
+         [](const SearchRec& r) { return mhz(r.Lower); }},
+        {"Upper Frequency", "956.000000", CsvValue::Freq, nullptr,
+         [](const SearchRec& r) { return mhz(r.Upper); }},
     };
     return mode == CsvMode::Bank ? bank : search;
+}
+
+QString CsvHeader(CsvMode mode) {
+    QStringList names;
+    for (const CsvTargetField& f : CsvFields(mode))
+        names.append(QString::fromLatin1(f.header));
+    return names.join(QLatin1Char(','));
 }
 
 QString CsvColumnName(int k) {

@@ -21,18 +21,23 @@ inline constexpr int kCsvChoosable = 9;    // Column 1..9 can be chosen
 inline constexpr int kCsvTextBoxes = 9;    // fields shown of one line
 inline constexpr int kCsvBankLines = 20;   // data lines imported into a bank
 inline constexpr int kCsvSearchLines = 10; // data lines imported into the search ranges
-inline constexpr int kCsvBankFields = 5;   // Description, Frequency, Delay, Lock-Out, Priority
-inline constexpr int kCsvSearchFields = 3; // Description, Lower, Upper
 
-// What one target field holds, and so how its text is read.
+// What one field holds, and so how its text is read.
 enum class CsvValue { Text, Freq, Flag };
+// One field of a bank's or the search ranges' CSV file. The import fills the fields in this
+// order and the export writes its columns in it, so a file exported is read back as it was.
 struct CsvTargetField {
     const char* header; // the column name our export writes for it
     const char* def;    // the value used with "> Default <"
     CsvValue kind;
+    QString (*channelText)(const ChannelRec&); // the export's text (bank fields)
+    QString (*rangeText)(const SearchRec&);    // (search fields)
 };
-// The fields an import fills, in the window's order.
+// The fields of each kind of file, in the window's order: Description, Frequency, Delay,
+// Lock-Out, Priority for a bank; Description, Lower and Upper Frequency for the search ranges.
 const QList<CsvTargetField>& CsvFields(CsvMode mode);
+// The header line our export writes: the fields' names joined by commas.
+QString CsvHeader(CsvMode mode);
 
 // "> Default <" for 0, "Column k" for 1..9.
 QString CsvColumnName(int k);

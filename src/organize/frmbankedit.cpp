@@ -3,6 +3,7 @@
 
 #include "core/filereport.h"
 #include "core/freq.h"
+#include "ui/windowplace.h"
 #include "xfrlistview.h"
 
 #include <QApplication>
@@ -40,6 +41,7 @@ FrmBankEdit::FrmBankEdit(AppContext& ctx, QWidget* parent)
     layout->addWidget(frame);
     layout->addLayout(buttons);
     resize(360, 320);
+    placeWindow(this);
 
     connect(m_sortBtn, &QPushButton::clicked, this, [this] {
         Trap(m_ctx.errors, "FrmBankEdit -> SrcSortByDescBtn", [&] {

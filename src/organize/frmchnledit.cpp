@@ -2,6 +2,7 @@
 #include "frmchnledit.h"
 
 #include "core/freq.h"
+#include "ui/windowplace.h"
 #include "xfrlistview.h"
 
 #include <QCloseEvent>
@@ -63,6 +64,7 @@ FrmChnlEdit::FrmChnlEdit(AppContext& ctx, QWidget* parent)
     layout->addWidget(hint);
     layout->addLayout(sides);
     resize(760, 560);
+    placeWindow(this);
 
     using CO = ChannelOrganizer;
     connect(m_byFreq[CO::Source], &QPushButton::clicked, this, [this] {

@@ -4,6 +4,7 @@
 #include "chirpcsv.h"
 #include "core/prompts.h"
 #include "core/settings.h"
+#include "ui/windowplace.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -24,8 +25,6 @@
 namespace kestrel {
 
 namespace {
-
-constexpr int kTwipsPerPixel = 15;
 
 // A list one entry high, scrolled entry by entry: what shows is what is chosen.
 QListWidget* oneLineList(QWidget* parent) {
@@ -129,8 +128,7 @@ int FrmCsvImport::choice(int mode, int field) const {
 
 void FrmCsvImport::Load() {
     Trap(m_ctx.errors, "FrmCsvImport -> Load", [&] {
-        const WindowPos& pos = m_ctx.settings.pos(WindowId::CSV);
-        move(pos.left / kTwipsPerPixel, pos.top / kTwipsPerPixel);
+        placeWindow(this, m_ctx, WindowId::CSV);
         m_typeTab->setCurrentIndex(0);
         m_stack->setCurrentIndex(0);
         ClearData();
@@ -290,9 +288,7 @@ void FrmCsvImport::importChirp() {
 void FrmCsvImport::closeEvent(QCloseEvent* event) {
     Trap(m_ctx.errors, "FrmCsvImport -> Unload", [&] {
         m_import.close();
-        WindowPos& pos = m_ctx.settings.pos(WindowId::CSV);
-        pos.top = AdjFrmTop(y() * kTwipsPerPixel, m_ctx.screenTwips);
-        pos.left = AdjFrmleft(x() * kTwipsPerPixel, m_ctx.screenTwips);
+        rememberWindow(this, m_ctx, WindowId::CSV);
     });
     Q_EMIT closed();
     event->accept();

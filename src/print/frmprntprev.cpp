@@ -3,6 +3,7 @@
 
 #include "core/appcontext.h"
 #include "core/errors.h"
+#include "ui/windowplace.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -116,8 +117,7 @@ bool FrmPrntPrev::eventFilter(QObject* watched, QEvent* event) {
 void FrmPrntPrev::Load() {
     Trap(m_ctx.errors, "FrmPrntPrev -> Load", [&](Stmt& s) {
         s.at(1);
-        const WindowPos& pos = m_ctx.settings.pos(WindowId::PP);
-        move(pos.left / kTwipsPerPixel, pos.top / kTwipsPerPixel);
+        placeWindow(this);
         s.at(2);
         m_items = int(m_table.rows.size());
         m_pages = cPrintLV::PageCountFor(m_items, m_maxRows);
@@ -134,11 +134,7 @@ void FrmPrntPrev::Load() {
 }
 
 void FrmPrntPrev::Unload() {
-    Trap(m_ctx.errors, "FrmPrntPrev -> Unload", [&] {
-        WindowPos& pos = m_ctx.settings.pos(WindowId::PP);
-        pos.top = AdjFrmTop(y() * kTwipsPerPixel, m_ctx.screenTwips);
-        pos.left = AdjFrmleft(x() * kTwipsPerPixel, m_ctx.screenTwips);
-    });
+    Trap(m_ctx.errors, "FrmPrntPrev -> Unload", [&] { rememberWindow(this, m_ctx, WindowId::PP); });
 }
 
 void FrmPrntPrev::InitializePictureBox() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "printtable.h"
 
-#include "core/freq.h"
+#include "core/columns.h"
 
 namespace kestrel {
 
@@ -17,48 +17,30 @@ void PrintTable::addRow(const QStringList& texts) {
     rows.append(row);
 }
 
-QList<PrintColumn> ChannelColumns() {
-    return {
-        {QString(), 40, Qt::AlignLeft},
-        {QStringLiteral("Frequency"), 90, Qt::AlignLeft},
-        {QStringLiteral("Description"), 220, Qt::AlignLeft},
-        {QStringLiteral("Delay"), 50, Qt::AlignLeft},
-        {QStringLiteral("Priority"), 55, Qt::AlignLeft},
-        {QStringLiteral("L/Out"), 50, Qt::AlignLeft},
-    };
-}
-
-QList<PrintColumn> SearchColumns() {
-    return {
-        {QString(), 30, Qt::AlignLeft},
-        {QStringLiteral("Lower Frequency"), 110, Qt::AlignLeft},
-        {QStringLiteral("Upper Frequency"), 110, Qt::AlignLeft},
-        {QStringLiteral("Description"), 220, Qt::AlignLeft},
-    };
-}
-
 namespace {
 
-QStringList channelRow(const ChannelRec& rec, int number) {
-    return {Num3(number),
-            FreqToString(rec.Freq),
-            rec.Desc,
-            BoolToString(rec.Delay),
-            BoolToString(rec.Priority),
-            BoolToString(rec.Lockout)};
-}
-
-QStringList searchRow(const SearchRec& rec, int number) {
-    return {Num2(number), FreqToString(rec.Lower), FreqToString(rec.Upper), rec.Desc};
+QList<PrintColumn> printColumns(const QList<ListColumn>& table) {
+    QList<PrintColumn> out;
+    for (const ListColumn& c : table)
+        out.append({QString::fromLatin1(c.caption), c.printWidth, Qt::AlignLeft});
+    return out;
 }
 
 } // namespace
+
+QList<PrintColumn> ChannelColumns() {
+    return printColumns(ChannelColumnTable());
+}
+
+QList<PrintColumn> SearchColumns() {
+    return printColumns(SearchColumnTable());
+}
 
 PrintTable BankTable(const ProfileRec& profile, int bank) {
     PrintTable t;
     t.columns = ChannelColumns();
     for (int slot = 1; slot <= ChansPerBank; ++slot)
-        t.addRow(channelRow(profile.Banks[bank].Chans[slot], ChannelNumber(bank, slot)));
+        t.addRow(ChannelRowTexts(ChannelNumber(bank, slot), profile.Banks[bank].Chans[slot]));
     return t;
 }
 
@@ -66,7 +48,7 @@ PrintTable SearchTable(const ProfileRec& profile) {
     PrintTable t;
     t.columns = SearchColumns();
     for (int i = 1; i <= SearchCount; ++i)
-        t.addRow(searchRow(profile.Searches[i], i));
+        t.addRow(SearchRowTexts(i, profile.Searches[i]));
     return t;
 }
 
@@ -74,7 +56,7 @@ PrintTable AllChannelsTable(const ProfileRec& profile) {
     PrintTable t;
     t.columns = ChannelColumns();
     for (int n = 1; n <= ChannelCount; ++n)
-        t.addRow(channelRow(profile.Banks[BankOfChannel(n)].Chans[SlotOfChannel(n)], n));
+        t.addRow(ChannelRowTexts(n, profile.Banks[BankOfChannel(n)].Chans[SlotOfChannel(n)]));
     return t;
 }
 

@@ -92,7 +92,7 @@ private Q_SLOTS:
         // The first kind of file, unless another is chosen; an ordinary file has columns again.
         d.prompts.queueFile(out);
         form.menuItem(u"CsvExportMenuItem"_s)->trigger();
-        QVERIFY(readFile(out).startsWith(kCsvBankHeader));
+        QVERIFY(readFile(out).startsWith(CsvHeader(CsvMode::Bank).toUtf8()));
         load(out);
         QVERIFY(!w->isChirp() && !w->LocationChk()->isEnabled() && w->CboList1(0)->isEnabled());
         QCOMPARE(d.ctx.errors.reportCount(), 0);

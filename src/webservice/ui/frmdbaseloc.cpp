@@ -2,6 +2,7 @@
 #include "frmdbaseloc.h"
 
 #include "keyfilter.h"
+#include "ui/windowplace.h"
 
 #include "core/appcontext.h"
 #include "core/dbaselocation.h"
@@ -137,6 +138,7 @@ FrmDBaseLoc::FrmDBaseLoc(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
     connect(m_cmndBtn[1], &QPushButton::clicked, this,
             [this] { Trap(m_ctx.errors, "FrmDBaseLoc -> CmndBtn", [&] { reject(); }); });
 
+    placeWindow(this);
     Trap(m_ctx.errors, "FrmDBaseLoc -> Load", [&] { Load(); });
 }
 

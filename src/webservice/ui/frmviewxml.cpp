@@ -2,6 +2,7 @@
 #include "frmviewxml.h"
 
 #include "core/appcontext.h"
+#include "ui/windowplace.h"
 
 #include <QCloseEvent>
 #include <QEventLoop>
@@ -113,6 +114,7 @@ FrmViewXml::FrmViewXml(AppContext& ctx, QWidget* parent) : QWidget(parent, Qt::W
         Trap(m_ctx.errors, "FrmViewXml -> TV1_Expand", [&] { TV1_Expand(item); });
     });
     resize(600, 500);
+    placeWindow(this);
 }
 
 QString FrmViewXml::nextKey(char kind) {
