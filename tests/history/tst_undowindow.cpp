@@ -34,9 +34,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("undo");
         QTest::addColumn<QString>("redo");
         QTest::addColumn<QString>("caption"); // of the Undo item after the change
-        QTest::newRow("edit, menu") << "edit" << 0 << 1 << 1 << "menu"
-                                    << "menu"
-                                    << "&Undo Edit Frequency of Channel 5";
         QTest::newRow("edit, keys") << "edit" << 0 << 1 << 1 << "Ctrl+Z"
                                     << "Ctrl+Shift+Z"
                                     << "&Undo Edit Frequency of Channel 5";

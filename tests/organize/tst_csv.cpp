@@ -89,12 +89,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("hz");
         QTest::newRow("six decimals") << "146.520000" << 146520000.0;
-        QTest::newRow("two decimals") << "146.52" << 146520000.0;
         QTest::newRow("above the band") << "999.000000" << 0.0;
         QTest::newRow("empty") << "" << 0.0;
         QTest::newRow("reading stops at a second point") << "1.4.6.5.2.0.0.0.0" << 0.0;
         QTest::newRow("four decimals, four digits") << "0460.0250" << 460025000.0;
-        QTest::newRow("three decimals") << "151.625" << 151625000.0;
         QTest::newRow("not a number") << "abc" << 0.0;
         QTest::newRow("blank around") << " 146.520000 " << 146520000.0;
     }
@@ -219,21 +217,6 @@ private Q_SLOTS:
                  error.isEmpty() ? keys : QByteArray());
     }
 
-    void exportBank() {
-        BankRec bank;
-        bank.Chans[1] = ChannelRec{146520000, u"Fire Dispatch"_s, true, false, true};
-        bank.Chans[2] = ChannelRec{851012500, u"Trunk, North"_s, false, true, false};
-        bank.Chans[3] = ChannelRec{40500000, QString()};
-        const QStringList lines = QString::fromUtf8(BankCsv(bank)).split(u'\n');
-        QCOMPARE(lines.size(), 22); // header, 20 channels, the empty text after the last line end
-        QCOMPARE(lines[0], u"Description,Frequency,Delay,Lock-Out,Priority"_s);
-        QCOMPARE(lines[1], u"Fire Dispatch,146.520000,True,False,True"_s);
-        QCOMPARE(lines[2], u"\"Trunk, North\",851.012500,False,True,False"_s);
-        QCOMPARE(lines[3], u",40.500000,False,False,False"_s);
-        QCOMPARE(lines[20], u",000.000000,False,False,False"_s);
-        QCOMPARE(lines[21], QString());
-    }
-
     void roundTripBank_data() {
         QTest::addColumn<int>("from");
         QTest::addColumn<bool>("custom");
@@ -285,6 +268,7 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, 0);
         const QStringList lines = outputLines(r.out);
         QCOMPARE(lines.size(), 21);
+        QCOMPARE(lines[0], u"Description,Frequency,Delay,Lock-Out,Priority"_s);
         QCOMPARE(lines[1], u"Chan #141,467.662500,False,False,False"_s);
         QCOMPARE(lines[20], u"Chan #160,000.000000,False,True,False"_s);
         QVERIFY(snapshotTree(dir.path()).isEmpty()); // reading only

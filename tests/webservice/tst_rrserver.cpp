@@ -101,10 +101,8 @@ private Q_SLOTS:
         row("system details", "getTrsDetails", "sid=7001", 1, "sName", "Demoland Regional Radio");
         row("all tags", "getTag", "id=0", 8, "tagId", "1");
         row("one tag", "getTag", "id=3", 1, "tagDescr", "Fire Dispatch");
-        row("one mode", "getMode", "mode=2", 1, "modeName", "FMN");
         row("county", "getCountyInfo", "ctid=1001", 1, "countyHeader", "Ashford County");
         row("county, none", "getCountyInfo", "ctid=5", -1);
-        row("agency", "getAgencyInfo", "aid=502", 1, "agencyName", "Ashford Fire District");
         row("subcat freqs in MHz", "getSubcatFreqs", "scid=3001", 10, "out", "154.815");
         row("county search", "searchCountyFreq", "ctid=1001;freq=154.815;tone=", 1, "scid", "3001");
         row("county search in Hz", "searchCountyFreq", "ctid=1001;freq=154815000", 1, "ctid",
@@ -118,12 +116,7 @@ private Q_SLOTS:
             "Birchwood Police Dispatch");
         row("metro search, none", "searchMetroFreq", "mid=601;freq=460.125", 0);
         row("county by tag", "getCountyFreqsByTag", "ctid=1001;tag=1", 2, "fid", "40001");
-        row("county by tag, none", "getCountyFreqsByTag", "ctid=1001;tag=8", 0);
         row("agency by tag", "getAgencyFreqsByTag", "aid=502;tag=3", 1, "mode", "");
-        row("metro areas", "getMetroArea", "mid=0", 1, "metroName", "Ashford-Birchwood");
-        row("zip code, none", "getZipcodeInfo", "zipcode=99999", -1);
-        row("service code", "fccGetRadioServiceCode", "code=pw", 1, "description",
-            "Public Safety Pool, Conventional");
         row("nearby call signs", "fccGetProxCallsigns", "lat=44.52;lon=-70.11;range=5;unit=mi", 2,
             "callsign", "KDL123");
         row("nearby in km", "fccGetProxCallsigns", "lat=44.71;lon=-70.42;range=1;unit=km", 1,
