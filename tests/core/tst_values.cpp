@@ -25,6 +25,7 @@ private Q_SLOTS:
         QTest::newRow("band high") << "956" << 956e6;
         QTest::newRow("above band") << "956.000001" << 0.0;
         QTest::newRow("not a number") << "abc" << 0.0;
+        QTest::newRow("empty") << "" << 0.0;
         QTest::newRow("stops at unit") << "146.52 MHz" << 146.52e6;
         QTest::newRow("blanks skipped") << "\t1\n46 .5\n2" << 146.52e6;
         QTest::newRow("carriage return ends") << "146\r.52" << 146e6;

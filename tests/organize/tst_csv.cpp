@@ -85,23 +85,6 @@ private Q_SLOTS:
         QTEST(CsvColumnCount(line), "count");
     }
 
-    void frequency_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("hz");
-        QTest::newRow("six decimals") << "146.520000" << 146520000.0;
-        QTest::newRow("above the band") << "999.000000" << 0.0;
-        QTest::newRow("empty") << "" << 0.0;
-        QTest::newRow("reading stops at a second point") << "1.4.6.5.2.0.0.0.0" << 0.0;
-        QTest::newRow("four decimals, four digits") << "0460.0250" << 460025000.0;
-        QTest::newRow("not a number") << "abc" << 0.0;
-        QTest::newRow("blank around") << " 146.520000 " << 146520000.0;
-    }
-
-    void frequency() {
-        QFETCH(QString, text);
-        QTEST(CsvFrequency(text), "hz");
-    }
-
     void importBank_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("columns"); // per field: Description, Frequency, Delay, ...
