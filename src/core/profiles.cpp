@@ -82,6 +82,13 @@ void writeProgramSettings(const AppContext& ctx, IniDocument& doc) {
     // Only a key the user or a distribution put there is kept; none is added.
     if (!s.AppKey.isEmpty())
         doc.WriteKey(kRadioRefSec, QStringLiteral("AppKey"), s.AppKey);
+    // Devices chosen in the port window; an entry given up is emptied, none is added blank.
+    for (int n = 1; n <= 16; ++n) {
+        const QString key = QStringLiteral("COM") + QString::number(n);
+        const QString dev = s.PortOverrides.value(n);
+        if (!dev.isEmpty() || !doc.ReadKey(kPortsSec, key).isEmpty())
+            doc.WriteKey(kPortsSec, key, dev);
+    }
 }
 
 } // namespace

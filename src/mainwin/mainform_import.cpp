@@ -12,7 +12,7 @@
 namespace kestrel {
 
 void installImport(MainForm& form) {
-    QAction* item = form.wireMenuItem(QStringLiteral("WebImportMenuItem"));
+    QAction* item = form.wireMenuItem(MenuId::WebImport);
     if (!item)
         return;
     item->setCheckable(true);
