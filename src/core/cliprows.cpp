@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+#include <cmath>
+
 namespace kestrel {
 
 namespace {
@@ -37,7 +39,9 @@ QStringList fieldsOf(QStringView line, bool tabs) {
 std::optional<double> freqField(QString text, bool tabs, QString* why) {
     if (tabs && text.count(QLatin1Char(',')) == 1 && !text.contains(QLatin1Char('.')))
         text.replace(QLatin1Char(','), QLatin1Char('.'));
-    return TypedFreq(text, why);
+    // Whole hertz, as the files keep them: "146.537500" is 146537500 Hz, not a hair off it.
+    const std::optional<double> hz = TypedFreq(text, why);
+    return hz ? std::optional<double>(std::round(*hz)) : std::nullopt;
 }
 
 std::optional<bool> flagField(const QString& text, const char* name, QString* why) {
