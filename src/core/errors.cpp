@@ -4,6 +4,7 @@
 #include "prompts.h"
 
 #include <QDateTime>
+#include <QLocale>
 #include <QDir>
 #include <QFile>
 
@@ -45,9 +46,12 @@ void ErrorReporter::LogError(const QString& where, int number, const QString& de
     if (!f.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
         return; // logging ends without a report, so reporting never recurses
     const QDateTime now = QDateTime::currentDateTime();
+    // The user's own short date and time forms, as the rest of the desktop writes them.
+    const QLocale locale = QLocale::system();
     const QString entry = QStringLiteral("\n-- Error Occured: ") +
-                          now.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" - ") +
-                          now.toString(QStringLiteral("HH:mm:ss")) + QStringLiteral(" --\n") +
+                          locale.toString(now.date(), QLocale::ShortFormat) +
+                          QStringLiteral(" - ") + locale.toString(now.time(), QLocale::ShortFormat) +
+                          QStringLiteral(" --\n") +
                           where + QStringLiteral(", Error: ") + QString::number(number) +
                           QStringLiteral(" -> ") + description + QStringLiteral("\n");
     f.write(entry.toUtf8());
