@@ -41,8 +41,8 @@ struct ShownWindow {
         kestrel::MakeBanksDir(*ctx);
         kestrel::Load_Profiles(*ctx);
         ctx->CurProfile = 1;
-        kestrel::ClearAllBanks(*ctx);
-        kestrel::ClearSearchLimits(*ctx);
+        kestrel::ClearAllBanks(*ctx, 1);
+        kestrel::ClearSearchLimits(*ctx, 1);
         ctx->CurProfile = 0;
         form = std::make_unique<kestrel::MainForm>(*ctx);
         form->show();

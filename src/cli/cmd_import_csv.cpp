@@ -60,12 +60,12 @@ int runChirp(Env& env, const Args& args, const QString& file) {
     const ChirpPlacement placement =
         byLocation ? ChirpPlacement::ByLocation : ChirpPlacement::ShownBank;
     AppContext& ctx = env.loadForWriting();
-    env.selectProfile(args);
+    const qint16 p = qint16(env.selectProfile(args));
     ctx.CurBank = quint8(bank);
     // A file the import cannot use in full is refused before anything changes.
-    if (const QString problem = ChirpProblem(ctx, file, placement); !problem.isEmpty())
+    if (const QString problem = ChirpProblem(ctx, p, bank, file, placement); !problem.isEmpty())
         throw UsageError(qPrintable(problem));
-    const std::optional<ChirpReport> report = ImportChirp(ctx, file, placement);
+    const std::optional<ChirpReport> report = ImportChirp(ctx, p, bank, file, placement);
     Save_Profiles(ctx);
     if (report)
         err(report->text());
@@ -85,7 +85,7 @@ int run(Env& env, const Args& args) {
         throw UsageError(qPrintable(QStringLiteral("cannot read ") + file));
 
     AppContext& ctx = env.loadForWriting();
-    env.selectProfile(args);
+    const qint16 p = qint16(env.selectProfile(args));
     CsvImport import(ctx);
     if (!import.open(file))
         throw UsageError(qPrintable(import.openError()));
@@ -107,10 +107,10 @@ int run(Env& env, const Args& args) {
     int imported = 0;
     if (target.kind == Target::Bank) {
         ctx.CurBank = quint8(target.bank);
-        imported = import.importToBank(columns);
+        imported = import.importToBank(p, target.bank, columns);
     } else {
         ctx.CurBank = quint8(SearchTab);
-        imported = import.importToSearch(columns);
+        imported = import.importToSearch(p, columns);
     }
     Save_Profiles(ctx);
     err(QStringLiteral("imported ") + QString::number(qMax(imported, 0)) +

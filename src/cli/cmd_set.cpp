@@ -33,10 +33,10 @@ int run(Env& env, const Args& args) {
     const int p = env.selectProfile(args);
     // As an in-place edit: the record changes and its bank and profile are marked changed.
     if (bank) {
-        Set_Channel(ctx, qint16(b), quint8(c), line);
+        Set_Channel(ctx, qint16(p), qint16(b), quint8(c), line);
         ctx.Profiles[p].Banks[b].Changed = true;
     } else {
-        Set_Search(ctx, qint16(i), line);
+        Set_Search(ctx, qint16(p), qint16(i), line);
     }
     ctx.Profiles[p].Changed = true;
     Save_Profiles(ctx);

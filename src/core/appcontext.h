@@ -54,6 +54,16 @@ public:
     qint16 CurProfile = 0;
     quint8 CurBank = 1; // 1..10, SearchTab (11) for the search ranges
 
+    // Moves on whenever Changed flags are cleared by a save or set outside an undo step (a
+    // settings change): a step undone or redone across such a move leaves its records Changed
+    // instead of putting back the flags it saw, since the files no longer hold what it left.
+    quint32 flagEpoch = 0;
+    // A program setting changed: the settings file of profile 0 is written at closing.
+    void markSettingsChanged() {
+        Profiles[0].Changed = true;
+        ++flagEpoch;
+    }
+
     DefChansTable DefChans;
     DefSearchTable DefSearch;
 

@@ -4,9 +4,9 @@
 #include "prompts.h"
 
 #include <QDateTime>
-#include <QLocale>
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 
 namespace kestrel {
 
@@ -48,12 +48,11 @@ void ErrorReporter::LogError(const QString& where, int number, const QString& de
     const QDateTime now = QDateTime::currentDateTime();
     // The user's own short date and time forms, as the rest of the desktop writes them.
     const QLocale locale = QLocale::system();
-    const QString entry = QStringLiteral("\n-- Error Occured: ") +
-                          locale.toString(now.date(), QLocale::ShortFormat) +
-                          QStringLiteral(" - ") + locale.toString(now.time(), QLocale::ShortFormat) +
-                          QStringLiteral(" --\n") +
-                          where + QStringLiteral(", Error: ") + QString::number(number) +
-                          QStringLiteral(" -> ") + description + QStringLiteral("\n");
+    const QString entry =
+        QStringLiteral("\n-- Error Occured: ") + locale.toString(now.date(), QLocale::ShortFormat) +
+        QStringLiteral(" - ") + locale.toString(now.time(), QLocale::ShortFormat) +
+        QStringLiteral(" --\n") + where + QStringLiteral(", Error: ") + QString::number(number) +
+        QStringLiteral(" -> ") + description + QStringLiteral("\n");
     f.write(entry.toUtf8());
 }
 

@@ -111,8 +111,10 @@ void Save_BankInfo(AppContext& ctx, qint16 p, int b, const QString& path) {
         writeBank(doc, bank);
         s.at(2);
         // A bank whose file could not be written stays changed, so the next save tries again.
-        if (SaveIni(ctx, doc, path))
+        if (SaveIni(ctx, doc, path)) {
             bank.Changed = false;
+            ++ctx.flagEpoch;
+        }
     });
 }
 
@@ -142,7 +144,8 @@ void Save_SearchInfo(AppContext& ctx, qint16 p, const QString& path) {
         IniDocument doc = IniDocument::load(path);
         writeSearch(doc, ctx.Profiles[p]);
         s.at(2);
-        SaveIni(ctx, doc, path);
+        if (SaveIni(ctx, doc, path))
+            ++ctx.flagEpoch;
     });
 }
 

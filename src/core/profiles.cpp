@@ -213,8 +213,10 @@ void Save_Settings(AppContext& ctx, qint16 p, const QString& path) {
         }
         s.at(5);
         // The data files are in place before the settings file names them.
-        if (SaveIni(ctx, doc, path))
+        if (SaveIni(ctx, doc, path)) {
             profile.Changed = false;
+            ++ctx.flagEpoch;
+        }
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/freq.h"
 #include "core/settings.h"
+#include "history/history.h"
 #include "import/frmverifyrrchan.h"
 #include "import/httpprobe.h"
 #include "import/searchtree.h"
@@ -349,7 +350,7 @@ void FrmImportRR::Unload() {
             m_feeds->close();
     });
     m_closed = true;
-    m_ctx.Profiles[0].Changed = true;
+    m_ctx.markSettingsChanged();
     Q_EMIT closed();
 }
 
@@ -1042,6 +1043,10 @@ void FrmImportRR::ImportBtn_Click(int index) {
             return;
         // No promises a new bank, but the bank set is fixed: the shown bank is written as for Yes.
         BankRec& bank = *currentBank();
+        // The import and the verify window's edits and Finish are one undoable step.
+        m_stepId = HistoryOf(m_ctx).newMergeId();
+        ChangeStep step(m_ctx, QStringLiteral("Web Import"), m_ctx.CurProfile, m_ctx.CurBank,
+                        m_stepId);
         if (index == 1 && m_treeTag == u"SearchFreqs" && !m_searchFreqs.isEmpty()) {
             // The search results shown win over conventional ticks made before the search.
             s.at(4);
@@ -1086,6 +1091,7 @@ void FrmImportRR::openVerify() {
     if (m_verify)
         m_verify->close();
     m_verify = new FrmVerifyRRChan(m_ctx, this);
+    m_verify->setStepId(m_stepId);
     m_verify->setAttribute(Qt::WA_DeleteOnClose);
     connect(m_verify.data(), &FrmVerifyRRChan::closed, this, [this] { Q_EMIT bankImported(); });
     m_verify->show();

@@ -199,6 +199,7 @@ private:
     QHash<QString, QTreeWidgetItem*> m_nodes;
 
     QPointer<FrmVerifyRRChan> m_verify;
+    int m_stepId = -1; // the last import's undo step, which the verify window's edits join
     QPointer<FrmViewXml> m_viewer;
     QPointer<FrmDBaseLoc> m_dbaseLoc;
     QPointer<FrmSearchRR> m_search;

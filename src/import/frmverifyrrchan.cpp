@@ -5,6 +5,7 @@
 
 #include "core/appcontext.h"
 #include "core/freq.h"
+#include "history/history.h"
 #include "webservice/ui/keyfilter.h"
 
 #include <QCloseEvent>
@@ -165,6 +166,8 @@ void FrmVerifyRRChan::UpdateDescBtn_Click() {
     if (!row || i > ImportedSlots(bank()))
         throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
     row->setText(DescColumn, m_descTxt->text());
+    ChangeStep step(m_ctx, QStringLiteral("Web Import"), qint16(m_profile), quint8(m_bank),
+                    m_stepId);
     bank().Chans[size_t(i)].Desc = m_descTxt->text();
     m_descTxt->setEnabled(false);
     m_updateBtn->setEnabled(false);
@@ -172,6 +175,8 @@ void FrmVerifyRRChan::UpdateDescBtn_Click() {
 }
 
 void FrmVerifyRRChan::FinishBtn_Click() {
+    ChangeStep step(m_ctx, QStringLiteral("Web Import"), qint16(m_profile), quint8(m_bank),
+                    m_stepId);
     bank().Changed = true;
     m_ctx.Profiles[0].Changed = true;
     m_finished = true;

@@ -23,6 +23,9 @@ public:
     // a window of its own over parent, not modal.
     explicit FrmVerifyRRChan(AppContext& ctx, QWidget* parent = nullptr);
 
+    // The import's undo step: edits made here and Finish join it (History merge id).
+    void setStepId(int id) { m_stepId = id; }
+
     // (Re)builds the list from the bank.
     void FillChannels();
     // True when every listed description fits; otherwise brings the first long one into view.
@@ -53,6 +56,7 @@ private:
     AppContext& m_ctx;
     int m_profile;
     int m_bank;
+    int m_stepId = -1;
     QTreeWidget* m_chanLv;
     QLineEdit* m_descTxt;
     QPushButton* m_updateBtn;

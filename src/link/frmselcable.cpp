@@ -43,7 +43,7 @@ FrmSelCable::FrmSelCable(AppContext& ctx, KestrelComm& link, QWidget* parent)
     connect(m_accept, &QPushButton::clicked, this, [this] {
         Trap(m_ctx.errors, "FrmSelCable -> CmdAccept", [&] {
             m_ctx.settings.KestrelCable = qint16(m_choice);
-            m_ctx.Profiles[0].Changed = true;
+            m_ctx.markSettingsChanged();
             m_link.setCableType(m_choice);
             close();
         });

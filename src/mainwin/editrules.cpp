@@ -19,6 +19,13 @@ QStringList SearchHeaders() {
             QStringLiteral("Description")};
 }
 
+QString CellStepName(bool searchList, int column, int number) {
+    const QString header = (searchList ? SearchHeaders() : ChannelHeaders()).value(column);
+    return QStringLiteral("Edit ") + header +
+           (searchList ? QStringLiteral(" of Search ") : QStringLiteral(" of Channel ")) +
+           QString::number(number);
+}
+
 QStringList ChannelRowTexts(int channelNumber, const ChannelRec& rec) {
     return {Num3(channelNumber),     FreqToString(rec.Freq),     rec.Desc,
             BoolToString(rec.Delay), BoolToString(rec.Priority), BoolToString(rec.Lockout)};

@@ -41,6 +41,9 @@ QString StoredSearchCellText(const SearchRec& rec, int column);
 
 // Whether a column opens an in-place box (true), toggles a flag, or does nothing.
 bool IsTextColumn(bool searchList, int column);
+// The undo step of an edit of one cell: "Edit Frequency of Channel 5", "Edit Lower Frequency of
+// Search 3" (number: channel 1..200 or range 1..10).
+QString CellStepName(bool searchList, int column, int number);
 bool IsFrequencyColumn(bool searchList, int column);
 
 // A name typed into the profile or bank name box can be used as a file's base name: not empty,

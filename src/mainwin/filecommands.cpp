@@ -6,6 +6,7 @@
 #include "core/freq.h"
 #include "core/memory.h"
 #include "core/profiles.h"
+#include "history/history.h"
 
 namespace kestrel {
 
@@ -46,14 +47,15 @@ bool IsOpenDialog(FileCommand command) {
            command == FileCommand::LoadSearch;
 }
 
-void LoadProfileFrom(AppContext& ctx, ShownNames& shown, const QString& path) {
-    ProfileRec& profile = ctx.cur();
+void LoadProfileFrom(AppContext& ctx, qint16 p, ShownNames& shown, const QString& path) {
+    ChangeStep step(ctx, QStringLiteral("Load Profile"), p, 1);
+    ProfileRec& profile = ctx.Profiles[p];
     // Profile 0 is always "Main": its settings file carries the program-wide settings and is
     // the one read at start, so it takes the loaded contents but keeps its name.
-    if (ctx.CurProfile != 0)
+    if (p != 0)
         profile.Name = FileBaseName(path);
-    Load_Settings(ctx, ctx.CurProfile, path);
-    shown = ShownNames::of(ctx);
+    Load_Settings(ctx, p, path);
+    shown = {profile.Name, ctx.settingsPath(profile.Name), profile.SrchName};
     // Closing writes the profile to its own settings file (for "Main" never the loaded one),
     // and a settings file names only the banks written with it: all of them, so that the next
     // start finds the banks just loaded.
@@ -86,13 +88,13 @@ void SaveProfileAs(AppContext& ctx, ShownNames& shown, const QString& path) {
     Save_Settings(ctx, ctx.CurProfile, path);
 }
 
-void LoadBankFrom(AppContext& ctx, const QString& path) {
-    const int b = ctx.CurBank;
-    Load_BankInfo(ctx, ctx.CurProfile, b, path);
-    BankRec& bank = ctx.cur().Banks[b];
+void LoadBankFrom(AppContext& ctx, qint16 p, int b, const QString& path) {
+    ChangeStep step(ctx, QStringLiteral("Load Bank"), p, quint8(b));
+    Load_BankInfo(ctx, p, b, path);
+    BankRec& bank = ctx.Profiles[p].Banks[b];
     bank.FileName = FileBaseName(path);
     bank.Changed = true;
-    ctx.cur().Changed = true;
+    ctx.Profiles[p].Changed = true;
     ctx.Profiles[0].Changed = true;
 }
 
@@ -112,10 +114,11 @@ void SaveBankAs(AppContext& ctx, const QString& path) {
     ctx.cur().Changed = true;
 }
 
-void LoadSearchFrom(AppContext& ctx, ShownNames& shown, const QString& path) {
+void LoadSearchFrom(AppContext& ctx, qint16 p, ShownNames& shown, const QString& path) {
+    ChangeStep step(ctx, QStringLiteral("Load Search"), p, SearchTab);
     shown.srchName = FileBaseName(path);
-    Load_SearchInfo(ctx, ctx.CurProfile, path);
-    ctx.cur().Changed = true;
+    Load_SearchInfo(ctx, p, path);
+    ctx.Profiles[p].Changed = true;
 }
 
 void SaveSearch(AppContext& ctx, const ShownNames& shown) {
@@ -129,28 +132,48 @@ void SaveSearchAs(AppContext& ctx, ShownNames& shown, const QString& path) {
     Save_SearchInfo(ctx, ctx.CurProfile, path);
 }
 
-void ApplyEditCommand(AppContext& ctx, EditCommand command) {
+QString EditCommandCaption(EditCommand command) {
     switch (command) {
     case EditCommand::ClearAllBanks:
-        ClearAllBanks(ctx);
+        return QStringLiteral("Clear ALL Banks");
+    case EditCommand::ClearCurrentBank:
+        return QStringLiteral("Clear Current Bank");
+    case EditCommand::ClearSearchLimits:
+        return QStringLiteral("Clear Search Limits");
+    case EditCommand::SetFactoryDefaults:
+        return QStringLiteral("Set Factory Defaults");
+    case EditCommand::SetDefaultBank:
+        return QStringLiteral("Set Default Bank");
+    case EditCommand::SetDefaultLimits:
+        return QStringLiteral("Set Default Limits");
+    }
+    return {};
+}
+
+void ApplyEditCommand(AppContext& ctx, qint16 p, int bank, EditCommand command) {
+    ChangeStep step(ctx, EditCommandCaption(command), p,
+                    EditCommandTouchesSearch(command) ? SearchTab : quint8(bank));
+    switch (command) {
+    case EditCommand::ClearAllBanks:
+        ClearAllBanks(ctx, p);
         break;
     case EditCommand::ClearCurrentBank:
-        ClearBank(ctx, ctx.CurBank);
+        ClearBank(ctx, p, bank);
         break;
     case EditCommand::ClearSearchLimits:
-        ClearSearchLimits(ctx);
+        ClearSearchLimits(ctx, p);
         break;
     case EditCommand::SetFactoryDefaults:
-        FactoryAllBanks(ctx);
+        FactoryAllBanks(ctx, p);
         break;
     case EditCommand::SetDefaultBank:
-        FactoryBank(ctx, ctx.CurBank);
+        FactoryBank(ctx, p, bank);
         break;
     case EditCommand::SetDefaultLimits:
-        DefaultSearchLimits(ctx);
+        DefaultSearchLimits(ctx, p);
         break;
     }
-    ctx.cur().Changed = true;
+    ctx.Profiles[p].Changed = true;
 }
 
 bool EditCommandTouchesSearch(EditCommand command) {
@@ -162,21 +185,29 @@ QString EraseConfirmText() {
                           "Proceed???");
 }
 
-void ClearChannels(AppContext& ctx, const QList<int>& channelNumbers, bool toDefault) {
+static QString selectedStepName(bool toDefault) {
+    return toDefault ? QStringLiteral("Set Selected Entries to Default")
+                     : QStringLiteral("Clear Selected Entries");
+}
+
+void ClearChannels(AppContext& ctx, qint16 p, const QList<int>& channelNumbers, bool toDefault) {
+    ChangeStep step(ctx, selectedStepName(toDefault), p,
+                    quint8(channelNumbers.isEmpty() ? 1 : BankOfChannel(channelNumbers.first())));
     for (const int n : channelNumbers) {
         if (n < 1 || n > ChannelCount)
             continue;
         const int b = BankOfChannel(n);
         const int c = SlotOfChannel(n);
-        Set_Channel(ctx, qint16(b), quint8(c), ctx.DefChans[toDefault ? n : 0]);
+        Set_Channel(ctx, p, qint16(b), quint8(c), ctx.DefChans[toDefault ? n : 0]);
     }
 }
 
-void ClearSearches(AppContext& ctx, const QList<int>& rangeNumbers, bool toDefault) {
+void ClearSearches(AppContext& ctx, qint16 p, const QList<int>& rangeNumbers, bool toDefault) {
+    ChangeStep step(ctx, selectedStepName(toDefault), p, SearchTab);
     for (const int i : rangeNumbers) {
         if (i < 1 || i > SearchCount)
             continue;
-        Set_Search(ctx, qint16(i), ctx.DefSearch[toDefault ? i : 0]);
+        Set_Search(ctx, p, qint16(i), ctx.DefSearch[toDefault ? i : 0]);
     }
 }
 

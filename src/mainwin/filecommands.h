@@ -33,18 +33,21 @@ FileDialogOptions FileDialogFor(FileCommand command, const AppContext& ctx,
                                 const ShownNames& shown);
 bool IsOpenDialog(FileCommand command);
 
-// Each takes the path the user chose.
-void LoadProfileFrom(AppContext& ctx, ShownNames& shown, const QString& path);
+// Each takes the path the user chose. The loads change the memory of the given profile (and
+// bank) as one undoable step.
+void LoadProfileFrom(AppContext& ctx, qint16 profile, ShownNames& shown, const QString& path);
 void SaveProfile(AppContext& ctx, const ShownNames& shown);
 void SaveProfileAs(AppContext& ctx, ShownNames& shown, const QString& path);
-void LoadBankFrom(AppContext& ctx, const QString& path);
+void LoadBankFrom(AppContext& ctx, qint16 profile, int bank, const QString& path);
 void SaveBank(AppContext& ctx);
 void SaveBankAs(AppContext& ctx, const QString& path);
-void LoadSearchFrom(AppContext& ctx, ShownNames& shown, const QString& path);
+void LoadSearchFrom(AppContext& ctx, qint16 profile, ShownNames& shown, const QString& path);
 void SaveSearch(AppContext& ctx, const ShownNames& shown);
 void SaveSearchAs(AppContext& ctx, ShownNames& shown, const QString& path);
 
-// The Edit menu's fills. They change the memory only and mark the profile, not its banks.
+// The Edit menu's fills, each one undoable step named by its menu caption. They change the
+// memory of the given profile (bank: the one the "current bank" fills act on) and mark the
+// profile, not its banks.
 enum class EditCommand {
     ClearAllBanks,
     ClearCurrentBank,
@@ -53,15 +56,18 @@ enum class EditCommand {
     SetDefaultBank,
     SetDefaultLimits
 };
-void ApplyEditCommand(AppContext& ctx, EditCommand command);
+void ApplyEditCommand(AppContext& ctx, qint16 profile, int bank, EditCommand command);
+QString EditCommandCaption(EditCommand command);
 bool EditCommandTouchesSearch(EditCommand command);
 
 // The question every Edit fill asks first (Yes/No, exclamation icon).
 QString EraseConfirmText();
 
 // The "Clear Selected Entries" and "Set Selected Entries to Default" of the lists' pop-up menu:
-// channel numbers 1..200 or range numbers 1..10 of the shown profile. No Changed flag is set.
-void ClearChannels(AppContext& ctx, const QList<int>& channelNumbers, bool toDefault);
-void ClearSearches(AppContext& ctx, const QList<int>& rangeNumbers, bool toDefault);
+// channel numbers 1..200 or range numbers 1..10 of the given profile, one undoable step. No
+// Changed flag is set.
+void ClearChannels(AppContext& ctx, qint16 profile, const QList<int>& channelNumbers,
+                   bool toDefault);
+void ClearSearches(AppContext& ctx, qint16 profile, const QList<int>& rangeNumbers, bool toDefault);
 
 } // namespace kestrel

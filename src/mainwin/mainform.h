@@ -128,13 +128,16 @@ private:
     void connectEditing();
     void onCellDoubleClicked(QTableWidget* list, int row, int column);
     void startCellEdit(QTableWidget* list, int row, int column);
-    void commitFreqTxt();
-    void commitDescTxt();
+    // The one commit of both in-place boxes: checks the typed text, stores it as one undoable
+    // step, repaints the row.
+    void commitCellEdit(InplaceEdit* box);
     void abandonCellEdit();
     void onCellTextEdited(InplaceEdit* box, const QString& text);
     QString storedEditText() const;
     void commitProfTxt();
     void commitBankTxt();
+    // The outside part of a rename's undo step: the file is renamed back and forth with it.
+    std::function<bool(bool)> renameBack(const QString& newPath, const QString& oldPath);
     void showPopUp(QTableWidget* list, const QPoint& pos);
     void popUpCommand(bool toDefault);
     void onLabelDoubleClick(int index);
@@ -155,8 +158,15 @@ private:
     void showAbout();
     void afterProfileLoaded();
 
+    // mainform_history.cpp: Undo, Redo and Edit History
+    void installHistory(QMenu* edit, QMenu* view);
+    void showStepPlace(qint16 profile, quint8 bank);
+    void afterStepRestored();
+
     AppContext& m_ctx;
     ShownNames m_shown;
+    QWidget* m_historyView = nullptr;
+    QString m_srchNameBeforeStep; // the shown profile's SrchName before a step is restored
 
     QTabBar* m_profileTab = nullptr;
     QTabBar* m_bankTab = nullptr;

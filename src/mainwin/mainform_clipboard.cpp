@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // MainForm: the Edit menu's Cut, Copy, Paste and Select All on the rows of the list in front.
 #include "core/cliprows.h"
+#include "history/history.h"
 #include "inplaceedit.h"
 #include "mainform.h"
 
@@ -59,10 +60,17 @@ void MainForm::clipboardCommand(MenuId command) {
         case MenuId::Copy:
             copyRows(list);
             break;
-        case MenuId::Cut:
+        case MenuId::Cut: {
             copyRows(list);
+            // The clearing is undone as "Cut", one step.
+            const QList<int> numbers = selectedNumbers(list);
+            ChangeStep step(m_ctx, QStringLiteral("Cut"), m_ctx.CurProfile,
+                            list == m_searchLv || numbers.isEmpty()
+                                ? quint8(m_ctx.CurBank)
+                                : quint8(BankOfChannel(numbers.first())));
             popUpCommand(false);
             break;
+        }
         case MenuId::Paste:
             pasteRows(list);
             break;
@@ -127,6 +135,9 @@ void MainForm::pasteRows(QTableWidget* list) {
     targets.resize(count);
 
     ProfileRec& profile = m_ctx.cur();
+    // However many rows and banks it fills, a paste is undone as one step.
+    ChangeStep step(m_ctx, QStringLiteral("Paste"), m_ctx.CurProfile,
+                    search ? quint8(SearchTab) : quint8(BankOfChannel(targets.first())));
     if (search) {
         for (qsizetype k = 0; k < count; ++k)
             ApplySearchRow(profile.Searches[targets[k]], (*searchRows)[k]);

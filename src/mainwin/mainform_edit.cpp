@@ -3,9 +3,11 @@
 // pop-up menu.
 #include "core/entry.h"
 #include "core/files.h"
+#include "history/history.h"
 #include "inplaceedit.h"
 #include "mainform.h"
 
+#include <QFileInfo>
 #include <QMenu>
 #include <QTabBar>
 #include <QTableWidget>
@@ -15,14 +17,14 @@ namespace kestrel {
 void MainForm::connectEditing() {
     connect(m_freqTxt, &InplaceEdit::enterPressed, this, [this] {
         QTableWidget* list = m_edit.list;
-        commitFreqTxt();
+        commitCellEdit(m_freqTxt);
         if (list)
             list->setFocus();
     });
     connect(m_freqTxt, &InplaceEdit::leftBox, this, &MainForm::finishCellEdit);
     connect(m_descTxt, &InplaceEdit::enterPressed, this, [this] {
         QTableWidget* list = m_edit.list;
-        commitDescTxt();
+        commitCellEdit(m_descTxt);
         if (list)
             list->setFocus();
     });
@@ -62,6 +64,9 @@ void MainForm::onCellDoubleClicked(QTableWidget* list, int row, int column) {
              }
              if (search || m_ctx.CurBank < 1 || m_ctx.CurBank > BankCount)
                  return;
+             ChangeStep step(m_ctx,
+                             CellStepName(false, column, ChannelNumber(m_ctx.CurBank, row + 1)),
+                             m_ctx.CurProfile, m_ctx.CurBank);
              BankRec& bank = m_ctx.cur().Banks[m_ctx.CurBank];
              if (!ToggleChannelFlag(bank.Chans[row + 1], column))
                  return;
@@ -104,72 +109,51 @@ void MainForm::onCellTextEdited(InplaceEdit* box, const QString& text) {
     }
 }
 
-void MainForm::commitFreqTxt() {
-    Trap(m_ctx.errors, "MainForm -> FreqTxt_LostFocus", [&] {
-        if (m_edit.box != m_freqTxt)
-            return;
-        const CellEdit edit = m_edit;
-        const QString stored = storedEditText();
-        m_edit = {};
-        m_freqTxt->setPending(false);
-        m_freqTxt->hide();
-        QString reason;
-        if (!TypedFreq(m_freqTxt->text(), &reason)) {
-            // The old value stays; the user is told why the new one was not taken.
-            m_freqTxt->setText(stored);
-            m_ctx.prompts().message(reason, QStringLiteral("Kestrel Manager"), Icon::Exclamation,
-                                    Buttons::Ok);
-            return;
-        }
-        ProfileRec& profile = m_ctx.Profiles[edit.profile];
-        if (edit.list == m_searchLv) {
-            m_freqTxt->setText(
-                CommitSearchFreq(profile.Searches[edit.row + 1], edit.column, m_freqTxt->text()));
-            profile.Changed = true;
-            if (edit.profile == m_ctx.CurProfile)
-                paintSearchRow(edit.row + 1);
-        } else {
-            BankRec& bank = profile.Banks[edit.bank];
-            m_freqTxt->setText(CommitChannelFreq(bank.Chans[edit.row + 1], m_freqTxt->text()));
-            bank.Changed = true;
-            profile.Changed = true;
-            if (edit.profile == m_ctx.CurProfile)
-                refreshChannel(ChannelNumber(edit.bank, edit.row + 1));
-        }
-    });
-}
-
-void MainForm::commitDescTxt() {
-    Trap(m_ctx.errors, "MainForm -> DescTxt_LostFocus", [&] {
-        if (m_edit.box != m_descTxt)
-            return;
-        const CellEdit edit = m_edit;
-        const QString stored = storedEditText();
-        m_edit = {};
-        m_descTxt->setPending(false);
-        m_descTxt->hide();
-        QString reason;
-        if (!CheckTypedDesc(m_descTxt->text(), &reason)) {
-            m_descTxt->setText(stored);
-            m_ctx.prompts().message(reason, QStringLiteral("Kestrel Manager"), Icon::Exclamation,
-                                    Buttons::Ok);
-            return;
-        }
-        ProfileRec& profile = m_ctx.Profiles[edit.profile];
-        if (edit.list == m_searchLv) {
-            profile.Searches[edit.row + 1].Desc = m_descTxt->text();
-            profile.Changed = true;
-            if (edit.profile == m_ctx.CurProfile)
-                paintSearchRow(edit.row + 1);
-        } else {
-            BankRec& bank = profile.Banks[edit.bank];
-            bank.Chans[edit.row + 1].Desc = m_descTxt->text();
-            bank.Changed = true;
-            profile.Changed = true;
-            if (edit.profile == m_ctx.CurProfile)
-                refreshChannel(ChannelNumber(edit.bank, edit.row + 1));
-        }
-    });
+void MainForm::commitCellEdit(InplaceEdit* box) {
+    const bool freq = box == m_freqTxt;
+    Trap(m_ctx.errors, freq ? "MainForm -> FreqTxt_LostFocus" : "MainForm -> DescTxt_LostFocus",
+         [&] {
+             if (m_edit.box != box)
+                 return;
+             const CellEdit edit = m_edit;
+             const QString stored = storedEditText();
+             const QString typed = box->text();
+             m_edit = {};
+             box->setPending(false);
+             box->hide();
+             QString reason;
+             if (freq ? !TypedFreq(typed, &reason) : !CheckTypedDesc(typed, &reason)) {
+                 // The old value stays; the user is told why the new one was not taken.
+                 box->setText(stored);
+                 m_ctx.prompts().message(reason, QStringLiteral("Kestrel Manager"),
+                                         Icon::Exclamation, Buttons::Ok);
+                 return;
+             }
+             const bool search = edit.list == m_searchLv;
+             const int slot = edit.row + 1;
+             const int number = search ? slot : ChannelNumber(edit.bank, slot);
+             // A value typed again as it was changes nothing and leaves no step.
+             ChangeStep step(m_ctx, CellStepName(search, edit.column, number), qint16(edit.profile),
+                             quint8(search ? SearchTab : edit.bank));
+             ProfileRec& profile = m_ctx.Profiles[edit.profile];
+             if (search) {
+                 SearchRec& range = profile.Searches[slot];
+                 box->setText(freq ? CommitSearchFreq(range, edit.column, typed)
+                                   : (range.Desc = typed));
+             } else {
+                 BankRec& bank = profile.Banks[edit.bank];
+                 ChannelRec& ch = bank.Chans[slot];
+                 box->setText(freq ? CommitChannelFreq(ch, typed) : (ch.Desc = typed));
+                 bank.Changed = true;
+             }
+             profile.Changed = true;
+             if (edit.profile == m_ctx.CurProfile) {
+                 if (search)
+                     paintSearchRow(slot);
+                 else
+                     refreshChannel(number);
+             }
+         });
 }
 
 void MainForm::abandonCellEdit() {
@@ -187,10 +171,7 @@ void MainForm::finishCellEdit() {
     if (!m_edit.box)
         return;
     if (m_edit.box->pending()) {
-        if (m_edit.box == m_freqTxt)
-            commitFreqTxt();
-        else
-            commitDescTxt();
+        commitCellEdit(m_edit.box);
         return;
     }
     InplaceEdit* box = m_edit.box;
@@ -215,6 +196,8 @@ void MainForm::commitProfTxt() {
             return;
         }
         s.at(3);
+        ChangeStep step(m_ctx, QStringLiteral("Rename Profile"), m_ctx.CurProfile, m_ctx.CurBank);
+        step.outside = renameBack(newPath, oldPath);
         m_ctx.cur().Name = text;
         m_shown.profName = text;
         m_shown.profPath = newPath;
@@ -245,6 +228,10 @@ void MainForm::commitBankTxt() {
             return;
         }
         s.at(3);
+        ChangeStep step(
+            m_ctx, search ? QStringLiteral("Rename Search Limits") : QStringLiteral("Rename Bank"),
+            m_ctx.CurProfile, m_ctx.CurBank);
+        step.outside = renameBack(newPath, oldPath);
         // The settings file names the bank and search files, so it is written at closing too.
         if (search) {
             m_ctx.cur().SrchName = text;
@@ -256,6 +243,16 @@ void MainForm::commitBankTxt() {
         m_ctx.cur().Changed = true;
         m_bankTab->setTabText(m_ctx.CurBank - 1, text);
     });
+}
+
+std::function<bool(bool)> MainForm::renameBack(const QString& newPath, const QString& oldPath) {
+    // Undoing a rename gives the file its old name back, so that the names in memory and on
+    // disk agree; when that fails the records stay Changed and closing writes them anew.
+    return [&ctx = m_ctx, newPath, oldPath](bool undo) {
+        const QString& from = undo ? newPath : oldPath;
+        const QString& to = undo ? oldPath : newPath;
+        return !QFileInfo::exists(from) || RenameFile(ctx, to, from);
+    };
 }
 
 void MainForm::showPopUp(QTableWidget* list, const QPoint& pos) {
@@ -280,11 +277,11 @@ void MainForm::popUpCommand(bool toDefault) {
              for (const QModelIndex& index : list->selectionModel()->selectedRows())
                  numbers << list->item(index.row(), 0)->text().toInt();
              if (list == m_searchLv) {
-                 ClearSearches(m_ctx, numbers, toDefault);
+                 ClearSearches(m_ctx, m_ctx.CurProfile, numbers, toDefault);
                  for (const int i : numbers)
                      paintSearchRow(i);
              } else {
-                 ClearChannels(m_ctx, numbers, toDefault);
+                 ClearChannels(m_ctx, m_ctx.CurProfile, numbers, toDefault);
                  for (const int n : numbers)
                      refreshChannel(n);
              }

@@ -187,7 +187,7 @@ void installLink(MainForm& form) {
                                  return;
                              link->setCommPort(ctx.settings.CommPort);
                              link->Initialize();
-                             ctx.Profiles[0].Changed = true;
+                             ctx.markSettingsChanged();
                          });
                      });
 

@@ -198,6 +198,8 @@ void MainForm::buildMenus() {
     m_popUpMenu->setObjectName(QStringLiteral("PopUpMenu1"));
     m_popUpMenu->addAction(menuItem(MenuId::ClearSelected));
     m_popUpMenu->addAction(menuItem(MenuId::UseDefaults));
+
+    installHistory(edit, view);
 }
 
 void MainForm::runFileCommand(FileCommand command) {
@@ -222,7 +224,7 @@ void MainForm::runFileCommand(FileCommand command) {
         s.at(2);
         switch (command) {
         case FileCommand::LoadProfile:
-            LoadProfileFrom(m_ctx, m_shown, *path);
+            LoadProfileFrom(m_ctx, m_ctx.CurProfile, m_shown, *path);
             afterProfileLoaded();
             break;
         case FileCommand::SaveProfileAs:
@@ -232,7 +234,7 @@ void MainForm::runFileCommand(FileCommand command) {
             updateCaption();
             break;
         case FileCommand::LoadBank:
-            LoadBankFrom(m_ctx, *path);
+            LoadBankFrom(m_ctx, m_ctx.CurProfile, m_ctx.CurBank, *path);
             m_bankTab->setTabText(m_ctx.CurBank - 1, m_ctx.cur().Banks[m_ctx.CurBank].FileName);
             RefreshBank(m_ctx.CurBank);
             FillChanLV();
@@ -243,7 +245,7 @@ void MainForm::runFileCommand(FileCommand command) {
             RefreshBank(m_ctx.CurBank);
             break;
         case FileCommand::LoadSearch:
-            LoadSearchFrom(m_ctx, m_shown, *path);
+            LoadSearchFrom(m_ctx, m_ctx.CurProfile, m_shown, *path);
             m_bankTab->setTabText(SearchTab - 1, m_shown.srchName);
             RefreshSearch();
             break;
@@ -300,7 +302,7 @@ void MainForm::runEditCommand(EditCommand command, const char* label) {
                                     Icon::Exclamation, Buttons::YesNoDefaultNo);
         if (answer != Answer::Yes)
             return;
-        ApplyEditCommand(m_ctx, command);
+        ApplyEditCommand(m_ctx, m_ctx.CurProfile, m_ctx.CurBank, command);
         refreshLists();
     });
     updateCaption();

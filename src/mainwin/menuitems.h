@@ -24,6 +24,8 @@ enum class MenuId {
     WebImport,
     Exit,
     // Edit
+    Undo,
+    Redo,
     Cut,
     Copy,
     Paste,
@@ -44,6 +46,7 @@ enum class MenuId {
     ShowAllChan,
     NextBank,
     PreviousBank,
+    EditHistory,
     // Options
     CableType,
     ComPort,

@@ -3,17 +3,21 @@
 
 #include "arrange.h"
 #include "core/files.h"
+#include "history/history.h"
 
 #include <QFileInfo>
 
 namespace kestrel {
 
-void BankOrganizer::load() {
+void BankOrganizer::load(qint16 profile) {
     Trap(m_ctx.errors, "FrmBankEdit -> Load", [&] {
+        if (profile < 0 || profile >= ProfileCount)
+            throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        m_profile = profile;
         m_names.clear();
         m_origin.clear();
         for (int b = 1; b <= BankCount; ++b) {
-            m_names.append(m_ctx.cur().Banks[b].FileName);
+            m_names.append(m_ctx.Profiles[m_profile].Banks[b].FileName);
             m_origin.append(b);
         }
         m_changed = false;
@@ -64,7 +68,7 @@ bool BankOrganizer::save() {
         if (!m_changed)
             return false;
         s.at(1);
-        ProfileRec& profile = m_ctx.cur();
+        ProfileRec& profile = m_ctx.Profiles[m_profile];
         // Every bank's channels and edits move with its name: what is only in memory (edits not
         // yet saved, a bank that has no file yet) is written to its file first. A write that
         // fails leaves the order as it was.
@@ -74,13 +78,14 @@ bool BankOrganizer::save() {
             const BankRec& bank = profile.Banks[b];
             const QString path = m_ctx.bankPath(bank.FileName);
             if (!bank.FileName.isEmpty() && (bank.Changed || !QFileInfo::exists(path)))
-                Save_BankInfo(m_ctx, m_ctx.CurProfile, b, path);
+                Save_BankInfo(m_ctx, m_profile, b, path);
         }
         if (m_ctx.failedWrites.size() > failedBefore)
             return false;
         s.at(2);
         // The files now hold what memory holds, so each bank moves whole with its name.
         const std::array<BankRec, BankCount + 1> before = profile.Banks;
+        ChangeStep step(m_ctx, QStringLiteral("Organize Banks"), m_profile, 1);
         bool any = false;
         for (int i = 1; i <= BankCount; ++i) {
             BankRec& bank = profile.Banks[i];

@@ -11,8 +11,8 @@ class BankOrganizer {
 public:
     explicit BankOrganizer(AppContext& ctx) : m_ctx(ctx) {}
 
-    // Takes the names of banks 1..10 of the current profile; nothing is changed yet.
-    void load();
+    // Takes the names of banks 1..10 of the given profile; nothing is changed yet.
+    void load(qint16 profile);
 
     const QStringList& names() const { return m_names; }
     bool changed() const { return m_changed; }
@@ -32,6 +32,7 @@ public:
 
 private:
     AppContext& m_ctx;
+    qint16 m_profile = 0;
     QStringList m_names;
     QList<int> m_origin; // the position each name had when the window loaded
     bool m_changed = false;

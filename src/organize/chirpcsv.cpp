@@ -6,6 +6,7 @@
 #include "core/freq.h"
 #include "core/prompts.h"
 #include "csvimport.h"
+#include "history/history.h"
 
 #include <QList>
 #include <bitset>
@@ -147,10 +148,9 @@ using Banks = decltype(ProfileRec::Banks);
 
 // Reads the whole file into `staged` (the current profile's banks); throws, with the file's
 // line and why, on the first row that cannot be used.
-ChirpReport stage(const AppContext& ctx, const QString& path, ChirpPlacement placement,
-                  Banks& staged) {
+ChirpReport stage(int shownBank, const QString& path, ChirpPlacement placement, Banks& staged) {
     const bool byLocation = placement == ChirpPlacement::ByLocation;
-    if (!byLocation && (ctx.CurBank < 1 || ctx.CurBank > BankCount))
+    if (!byLocation && (shownBank < 1 || shownBank > BankCount))
         throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
     CsvReader reader;
     if (!reader.open(path))
@@ -197,7 +197,7 @@ ChirpReport stage(const AppContext& ctx, const QString& path, ChirpPlacement pla
             ++report.outOfBand;
             continue;
         }
-        int bank = ctx.CurBank;
+        int bank = shownBank;
         int c = slot + 1;
         if (byLocation) {
             if (row.location >= ChannelCount) {
@@ -234,7 +234,7 @@ ChirpReport stage(const AppContext& ctx, const QString& path, ChirpPlacement pla
 
 } // namespace
 
-std::optional<ChirpReport> ImportChirp(AppContext& ctx, const QString& path,
+std::optional<ChirpReport> ImportChirp(AppContext& ctx, qint16 p, int bank, const QString& path,
                                        ChirpPlacement placement) {
     return Trap(ctx.errors, "CsvImport -> ImportChirp", [&](Stmt& s) -> std::optional<ChirpReport> {
         s.at(1);
@@ -247,10 +247,14 @@ std::optional<ChirpReport> ImportChirp(AppContext& ctx, const QString& path,
             return std::nullopt;
         s.at(2);
         // Built aside first: the profile changes only when every row could be used.
-        ProfileRec& profile = ctx.cur();
+        if (p < 0 || p >= ProfileCount)
+            throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        ProfileRec& profile = ctx.Profiles[p];
         auto staged = profile.Banks;
-        const ChirpReport report = stage(ctx, path, placement, staged);
+        const ChirpReport report = stage(bank, path, placement, staged);
         s.at(3);
+        ChangeStep step(ctx, QStringLiteral("CHIRP Import"), p,
+                        quint8(placement == ChirpPlacement::ByLocation ? 1 : bank));
         profile.Banks = staged;
         if (report.imported > 0)
             profile.Changed = true;
@@ -258,10 +262,11 @@ std::optional<ChirpReport> ImportChirp(AppContext& ctx, const QString& path,
     });
 }
 
-QString ChirpProblem(const AppContext& ctx, const QString& path, ChirpPlacement placement) {
-    auto staged = ctx.cur().Banks;
+QString ChirpProblem(const AppContext& ctx, qint16 p, int bank, const QString& path,
+                     ChirpPlacement placement) {
+    auto staged = ctx.Profiles[size_t(qBound(0, int(p), ProfileCount - 1))].Banks;
     try {
-        stage(ctx, path, placement, staged);
+        stage(bank, path, placement, staged);
     } catch (const KestrelError& e) {
         return e.description();
     }

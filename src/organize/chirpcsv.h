@@ -36,15 +36,17 @@ struct ChirpReport {
     QString text() const;
 };
 
-// Imports a CHIRP file into the current profile after the user agreed to overwrite. All or
-// nothing: every row is read and checked before any channel changes; a row that cannot be used
-// is reported (the file's line and why) and nothing is imported. Nothing when the user said No
-// or the import failed.
-std::optional<ChirpReport> ImportChirp(AppContext& ctx, const QString& path,
-                                       ChirpPlacement placement);
+// Imports a CHIRP file into the given profile (bank: where rows without placement by Location
+// go) after the user agreed to overwrite, as one undoable step. All or nothing: every row is
+// read and checked before any channel changes; a row that cannot be used is reported (the
+// file's line and why) and nothing is imported. Nothing when the user said No or the import
+// failed.
+std::optional<ChirpReport> ImportChirp(AppContext& ctx, qint16 profile, int bank,
+                                       const QString& path, ChirpPlacement placement);
 
 // Why the import of the file would fail, or empty when it would not; changes nothing.
-QString ChirpProblem(const AppContext& ctx, const QString& path, ChirpPlacement placement);
+QString ChirpProblem(const AppContext& ctx, qint16 profile, int bank, const QString& path,
+                     ChirpPlacement placement);
 
 // The channels of a bank (number 1..10) that hold a frequency, as a CHIRP file. Location is the
 // channel number less one, so that an import by Location puts each back where it was.

@@ -2,17 +2,21 @@
 #include "chnlorganizer.h"
 
 #include "core/prompts.h"
+#include "history/history.h"
 
 namespace kestrel {
 
 const char* const ChannelOrganizer::kSaveFirstText = "Do You Want to Save the Current Bank First?";
 const char* const ChannelOrganizer::kSaveFirstTitle = "Bank NOT Saved!";
 
-void ChannelOrganizer::load() {
+void ChannelOrganizer::load(qint16 profile) {
     Trap(m_ctx.errors, "FrmChnlEdit -> Load", [&] {
+        if (profile < 0 || profile >= ProfileCount)
+            throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        m_profile = profile;
         for (Side side : {Source, Destination}) {
             m_bank[side] = 1;
-            m_copy[side] = m_ctx.cur().Banks[1].Chans;
+            m_copy[side] = m_ctx.Profiles[m_profile].Banks[1].Chans;
             m_changed[side] = false;
         }
     });
@@ -37,7 +41,7 @@ bool ChannelOrganizer::selectBank(Side side, int bank) {
         }
         s.at(3);
         m_bank[side] = bank;
-        m_copy[side] = m_ctx.cur().Banks[bank].Chans;
+        m_copy[side] = m_ctx.Profiles[m_profile].Banks[bank].Chans;
         m_changed[side] = false;
         return true;
     });
@@ -98,7 +102,10 @@ void ChannelOrganizer::sort(Side side, ChannelSortKey key) {
 
 void ChannelOrganizer::saveCurrent() {
     Trap(m_ctx.errors, "FrmChnlEdit -> SaveCurrent", [&](Stmt& s) {
-        ProfileRec& profile = m_ctx.cur();
+        ProfileRec& profile = m_ctx.Profiles[m_profile];
+        // Both sides go to memory as one step, shown at the source bank when it changed.
+        ChangeStep step(m_ctx, QStringLiteral("Organize Channels"), m_profile,
+                        quint8(m_bank[m_changed[Source] ? Source : Destination]));
         if (anyChanged())
             ++m_writes;
         if (m_changed[Source]) {

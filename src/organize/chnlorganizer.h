@@ -14,8 +14,8 @@ public:
 
     explicit ChannelOrganizer(AppContext& ctx) : m_ctx(ctx) {}
 
-    // Both sides show bank 1, nothing changed.
-    void load();
+    // Both sides show bank 1 of the given profile, nothing changed.
+    void load(qint16 profile);
 
     int bank(Side side) const { return m_bank[side]; }
     const BankChannels& channels(Side side) const { return m_copy[side]; }
@@ -34,7 +34,7 @@ public:
     void sort(Side side, ChannelSortKey key);
 
     // Writes the changed copies into the profile.
-    void saveCurrent();
+    void saveCurrent(); // writes both sides to memory as one undoable step
     // How many times anything was written into the profile (a save may also come from the
     // question on switching banks).
     int writes() const { return m_writes; }
@@ -47,6 +47,7 @@ private:
     std::optional<QList<int>> draggedSlots(const QString& text) const;
 
     AppContext& m_ctx;
+    qint16 m_profile = 0;
     BankChannels m_copy[2]{};
     int m_bank[2] = {1, 1};
     bool m_changed[2] = {false, false};

@@ -5,6 +5,7 @@
 #include "core/filereport.h"
 #include "core/freq.h"
 #include "core/prompts.h"
+#include "history/history.h"
 
 #include <QDir>
 
@@ -210,7 +211,7 @@ QString CsvImport::problem(CsvMode mode, const QList<int>& choices) const {
     return {};
 }
 
-int CsvImport::importToBank(const QList<int>& choices) {
+int CsvImport::importToBank(qint16 p, int b, const QList<int>& choices) {
     int imported = 0;
     Trap(m_ctx.errors, "FrmCsvImport -> BankBtn", [&](Stmt& s) {
         s.at(1);
@@ -220,11 +221,11 @@ int CsvImport::importToBank(const QList<int>& choices) {
             return;
         }
         s.at(2);
-        if (m_ctx.CurBank < 1 || m_ctx.CurBank > BankCount)
+        if (p < 0 || p >= ProfileCount || b < 1 || b > BankCount)
             subscriptOutOfRange();
         const QList<DataLine> lines = readDataLines(kCsvBankLines);
-        ProfileRec& profile = m_ctx.cur();
-        BankRec& bank = profile.Banks[m_ctx.CurBank];
+        ProfileRec& profile = m_ctx.Profiles[p];
+        BankRec& bank = profile.Banks[b];
         // Built aside first: the bank changes only when every line could be used.
         auto staged = bank.Chans;
         int slot = 0;
@@ -239,6 +240,7 @@ int CsvImport::importToBank(const QList<int>& choices) {
             ch.Priority = Validate_Bool(v[4], false);
         }
         s.at(4);
+        ChangeStep step(m_ctx, QStringLiteral("CSV Import"), p, quint8(b));
         bank.Chans = staged;
         if (slot > 0) {
             bank.Changed = true;
@@ -249,12 +251,14 @@ int CsvImport::importToBank(const QList<int>& choices) {
     return imported;
 }
 
-int CsvImport::importToSearch(const QList<int>& choices) {
+int CsvImport::importToSearch(qint16 p, const QList<int>& choices) {
     int imported = 0;
     Trap(m_ctx.errors, "FrmCsvImport -> SearchBtn", [&](Stmt& s) {
         s.at(1);
+        if (p < 0 || p >= ProfileCount)
+            subscriptOutOfRange();
         const QList<DataLine> lines = readDataLines(kCsvSearchLines);
-        ProfileRec& profile = m_ctx.cur();
+        ProfileRec& profile = m_ctx.Profiles[p];
         auto staged = profile.Searches;
         QByteArray tmp = "[SrchInfo]\r\n";
         int i = 0;
@@ -269,8 +273,11 @@ int CsvImport::importToSearch(const QList<int>& choices) {
             tmp += "Search" + Num2(i).toLatin1() + "=\r\n";
         }
         s.at(3);
-        profile.Searches = staged;
-        profile.Changed = true;
+        {
+            ChangeStep step(m_ctx, QStringLiteral("CSV Import"), p, SearchTab);
+            profile.Searches = staged;
+            profile.Changed = true;
+        }
         imported = i;
         QDir().mkpath(m_ctx.banksDir());
         SaveBytes(m_ctx, tmp,

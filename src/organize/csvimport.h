@@ -83,13 +83,15 @@ public:
     // are read and checked, nothing changes.
     QString problem(CsvMode mode, const QList<int>& choices) const;
 
-    // Fills slots 1, 2, ... of bank CurBank of the current profile from the data lines (at most
-    // 20, blank lines skipped) after the user agreed to overwrite the bank; choices are the
-    // column per field, 0 for the default. All or nothing: a line that cannot be used is
-    // reported and the bank stays as it was (0 is returned). -1 when the user said No.
-    int importToBank(const QList<int>& choices);
-    // Fills ranges 1, 2, ... (at most 10) and writes the range keys to "SeachBankTmp.SKE".
-    int importToSearch(const QList<int>& choices);
+    // Fills slots 1, 2, ... of the given bank of the given profile from the data lines (at
+    // most 20, blank lines skipped) after the user agreed to overwrite the bank; choices are
+    // the column per field, 0 for the default. All or nothing: a line that cannot be used is
+    // reported and the bank stays as it was (0 is returned). -1 when the user said No. The
+    // import is one undoable step.
+    int importToBank(qint16 profile, int bank, const QList<int>& choices);
+    // Fills ranges 1, 2, ... (at most 10) of the given profile as one undoable step and writes
+    // the range keys to "SeachBankTmp.SKE".
+    int importToSearch(qint16 profile, const QList<int>& choices);
 
 private:
     struct DataLine {

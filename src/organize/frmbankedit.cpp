@@ -67,7 +67,7 @@ FrmBankEdit::FrmBankEdit(AppContext& ctx, QWidget* parent)
 
 void FrmBankEdit::Load() {
     Trap(m_ctx.errors, "FrmBankEdit -> Load", [&] {
-        m_organizer.load();
+        m_organizer.load(m_ctx.CurProfile);
         m_saveBtn->setEnabled(false);
         FillLvBanks();
     });

@@ -87,7 +87,7 @@ FrmChnlEdit::FrmChnlEdit(AppContext& ctx, QWidget* parent)
 
 void FrmChnlEdit::Load() {
     Trap(m_ctx.errors, "FrmChnlEdit -> Load", [&] {
-        m_organizer.load();
+        m_organizer.load(m_ctx.CurProfile);
         for (Side side : {ChannelOrganizer::Source, ChannelOrganizer::Destination}) {
             QTabBar* tabs = m_tabs[side];
             while (tabs->count() > 0)

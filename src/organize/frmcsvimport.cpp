@@ -256,8 +256,9 @@ void FrmCsvImport::importFile(int mode) {
         if (mode == 0)
             m_frames[0].buttons[1]->setEnabled(false);
         QApplication::setOverrideCursor(Qt::WaitCursor);
-        const int imported =
-            mode == 0 ? m_import.importToBank(choices) : m_import.importToSearch(choices);
+        const int imported = mode == 0
+                                 ? m_import.importToBank(m_ctx.CurProfile, m_ctx.CurBank, choices)
+                                 : m_import.importToSearch(m_ctx.CurProfile, choices);
         QApplication::restoreOverrideCursor();
         if (imported < 0)
             return;
@@ -274,7 +275,7 @@ void FrmCsvImport::importChirp() {
         m_frames[0].buttons[1]->setEnabled(false);
         QApplication::setOverrideCursor(Qt::WaitCursor);
         const std::optional<ChirpReport> report = ImportChirp(
-            m_ctx, m_import.fileName(),
+            m_ctx, m_ctx.CurProfile, m_ctx.CurBank, m_import.fileName(),
             m_locationChk->isChecked() ? ChirpPlacement::ByLocation : ChirpPlacement::ShownBank);
         QApplication::restoreOverrideCursor();
         if (!report)

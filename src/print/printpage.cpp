@@ -46,8 +46,7 @@ QPageSize LocalePaper(const QLocale& locale) {
 
 QPageLayout DefaultPageLayout(const QPageSize& paper) {
     return QPageLayout(paper.isValid() ? paper : LocalePaper(QLocale::system()),
-                       QPageLayout::Portrait, QMarginsF(0.25, 0.25, 0.25, 0.25),
-                       QPageLayout::Inch);
+                       QPageLayout::Portrait, QMarginsF(0.25, 0.25, 0.25, 0.25), QPageLayout::Inch);
 }
 
 QSize PageSizeTwips() {

@@ -6,9 +6,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QLocale>
 #include <QTest>
 
 using namespace kestrel;

@@ -115,7 +115,7 @@ private Q_SLOTS:
         ChannelRec& ch = ctx.Profiles[3].Banks[1].Chans[16];
         ch.Mark = 3;
         ch.Mode = 4; // an import's field, left alone
-        Set_Channel(ctx, 1, 16, row.section(u"=>"_s, 0, 0));
+        Set_Channel(ctx, 3, 1, 16, row.section(u"=>"_s, 0, 0));
         QCOMPARE(ChannelLine(ch), row.section(u"=>"_s, 1));
         QVERIFY(ch.Mark == 0 && ch.Mode == 4);
         QVERIFY(ctx.Profiles[0].Banks[1].Chans[16].Desc.isEmpty());
@@ -134,24 +134,24 @@ private Q_SLOTS:
         QFETCH(int, index);
         QFETCH(QString, row);
         AppContext ctx(m_dir.path());
-        Set_Search(ctx, qint16(index), row.section(u"=>"_s, 0, 0));
+        Set_Search(ctx, 0, qint16(index), row.section(u"=>"_s, 0, 0));
         QCOMPARE(SearchLine(ctx.cur().Searches[index]), row.section(u"=>"_s, 1));
     }
     void badIndexIsReportedNotFatal() {
         AppContext ctx(m_dir.path());
-        Set_Channel(ctx, 11, 1, u"146.52,x,False,False,False"_s);
-        Set_Search(ctx, 0, u"30,40,x"_s);
+        Set_Channel(ctx, 0, 11, 1, u"146.52,x,False,False,False"_s);
+        Set_Search(ctx, 0, 0, u"30,40,x"_s);
         QCOMPARE(ctx.errors.reportCount(), 2);
     }
     void editFills() {
         AppContext ctx(m_dir.path());
-        ClearAllBanks(ctx);
-        FactoryBank(ctx, 8);
+        ClearAllBanks(ctx, 0);
+        FactoryBank(ctx, 0, 8);
         const auto& banks = ctx.cur().Banks;
         QCOMPARE(ChannelLine(banks[8].Chans[1]), u"467.662500,Chan #141,False,False,False"_s);
         QCOMPARE(ChannelLine(banks[8].Chans[11]), u"000.000000,Chan #151,False,False,True"_s);
         QCOMPARE(ChannelLine(banks[7].Chans[20]), u"000.000000,Edit-Me,False,False,True"_s);
-        DefaultSearchLimits(ctx);
+        DefaultSearchLimits(ctx, 0);
         QCOMPARE(SearchLine(ctx.cur().Searches[1]), u"25.000000,27.995000,Search #1"_s);
     }
 };

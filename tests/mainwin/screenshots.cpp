@@ -89,18 +89,17 @@ int main(int argc, char** argv) {
 
     if (simulated) {
         // The status bar's progress a fifth of the way through an upload of every bank.
-        const auto at = QObject::connect(link, &kestrel::KestrelComm::uploadProgress, &form,
-                                         [&](int n) {
-                                             if (n != 40)
-                                                 return;
-                                             QApplication::processEvents();
-                                             const QString path = outDir +
-                                                                  QStringLiteral("/upload-progress") +
-                                                                  suffix + QStringLiteral(".png");
-                                             ok = form.grab().save(path) && ok;
-                                             std::printf("%s\n", qPrintable(path));
-                                             link->cancelUpload();
-                                         });
+        const auto at =
+            QObject::connect(link, &kestrel::KestrelComm::uploadProgress, &form, [&](int n) {
+                if (n != 40)
+                    return;
+                QApplication::processEvents();
+                const QString path =
+                    outDir + QStringLiteral("/upload-progress") + suffix + QStringLiteral(".png");
+                ok = form.grab().save(path) && ok;
+                std::printf("%s\n", qPrintable(path));
+                link->cancelUpload();
+            });
         form.menuItem(kestrel::MenuId::UploadAllBanks)->trigger();
         QObject::disconnect(at);
     }

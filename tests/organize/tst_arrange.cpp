@@ -169,7 +169,7 @@ private Q_SLOTS:
         p.Banks[4].FileName.clear();
         p.Banks[4].Chans[1].Desc = u"only in memory"_s;
         BankOrganizer org(f.ctx);
-        org.load();
+        org.load(f.ctx.CurProfile);
         QVERIFY(!org.save());
         // A drop and the drop back: the names are as before, so there is nothing to save.
         QVERIFY(org.drop(u"XFR,03"_s, 5));
@@ -198,7 +198,7 @@ private Q_SLOTS:
     void channelOrganizerSameBank() {
         LetterBanks f;
         ChannelOrganizer org(f.ctx);
-        org.load();
+        org.load(f.ctx.CurProfile);
         QVERIFY(org.selectBank(ChannelOrganizer::Source, 4));
         QVERIFY(org.selectBank(ChannelOrganizer::Destination, 4));
         QVERIFY(!org.dropOnDestination(u"XFR,62,63"_s, 3)); // onto a dragged row
@@ -232,7 +232,7 @@ private Q_SLOTS:
         QFETCH(bool, saved);
         LetterBanks f;
         ChannelOrganizer org(f.ctx);
-        org.load();
+        org.load(f.ctx.CurProfile);
         QVERIFY(org.selectBank(ChannelOrganizer::Source, 2)); // no changes: no question
         QVERIFY(f.prompts.messages().isEmpty());
         org.sort(ChannelOrganizer::Source, ChannelSortKey::Description); // B1 B10 B11 ...

@@ -119,7 +119,8 @@ void TestChirp::badRowImportsNothing() {
     LetterBanks d;
     const ProfileRec before = d.ctx.cur();
     writeFile(d.dir.filePath(u"in.csv"_s), "Location,Name,Frequency\n" + rows);
-    QVERIFY(!ImportChirp(d.ctx, d.dir.filePath(u"in.csv"_s), ChirpPlacement::ByLocation));
+    QVERIFY(!ImportChirp(d.ctx, d.ctx.CurProfile, d.ctx.CurBank, d.dir.filePath(u"in.csv"_s),
+                         ChirpPlacement::ByLocation));
     for (int b = 1; b <= BankCount; ++b)
         QCOMPARE(d.ctx.cur().Banks[b].Chans, before.Banks[b].Chans);
     QVERIFY(!d.ctx.cur().Changed);

@@ -150,7 +150,7 @@ private Q_SLOTS:
         f.prompts.queueAnswer(Answer(answer));
         CsvImport imp(f.ctx);
         QVERIFY(imp.open(f.csv(bytes)));
-        QCOMPARE(imp.importToBank(ints(columns)), count);
+        QCOMPARE(imp.importToBank(f.ctx.CurProfile, f.ctx.CurBank, ints(columns)), count);
         QCOMPARE(f.prompts.messages().size(), error.isEmpty() ? 1 : 2); // the question, the error
         QCOMPARE(f.prompts.messages()[0].text, u"OverWrite *ALL* Data in the Current Bank?"_s);
         QCOMPARE(f.prompts.messages()[0].buttons, Buttons::YesNo);
@@ -193,7 +193,7 @@ private Q_SLOTS:
         f.p.Searches.fill(SearchRec{150e6, 160e6, u"Old"_s});
         CsvImport imp(f.ctx);
         QVERIFY(imp.open(f.csv(bytes)));
-        QCOMPARE(imp.importToSearch(ints(columns)), count);
+        QCOMPARE(imp.importToSearch(f.ctx.CurProfile, ints(columns)), count);
         QCOMPARE(f.prompts.messages().size(), error.isEmpty() ? 0 : 1); // no question
         while (rows.size() < SearchCount)
             rows.append(u"Old,150.000000,160.000000"_s);
@@ -248,7 +248,7 @@ private Q_SLOTS:
         CsvImport imp(f.ctx);
         QVERIFY(imp.open(path));
         QCOMPARE(imp.columnCount(), 5);
-        QCOMPARE(imp.importToBank({1, 2, 3, 4, 5}), 20);
+        QCOMPARE(imp.importToBank(f.ctx.CurProfile, f.ctx.CurBank, {1, 2, 3, 4, 5}), 20);
         QCOMPARE(f.ctx.errors.reportCount(), 0);
         for (int c = 1; c <= ChansPerBank; ++c) {
             ChannelRec expected = chans[c];

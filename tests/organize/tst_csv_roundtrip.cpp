@@ -101,7 +101,7 @@ void TestCsvRoundTrip::exportImportsBackUnchanged() {
     const QList<int> named = imp.headerChoices(CsvMode::Bank);
     QCOMPARE(named, (QList<int>{1, 2, 3, 4, 5}));
     d.ctx.CurBank = 9;
-    QCOMPARE(imp.importToBank(named), 20);
+    QCOMPARE(imp.importToBank(d.ctx.CurProfile, d.ctx.CurBank, named), 20);
     for (int c = 1; c <= ChansPerBank; ++c) {
         ChannelRec expected = from.Chans[c];
         expected.Freq = FreqToDouble(FreqToString(expected.Freq)); // as a file carries it
@@ -127,14 +127,14 @@ void TestCsvRoundTrip::failingLastLineLeavesBank() {
     const BankRec before = d.ctx.cur().Banks[2];
     CsvImport imp(d.ctx);
     QVERIFY(imp.open(d.csv("Name,Freq\nA,146.52\n\nB,151.625\n" + last + "\n")));
-    QCOMPARE(imp.importToBank({1, 2, 0, 0, 0}), 0);
+    QCOMPARE(imp.importToBank(d.ctx.CurProfile, d.ctx.CurBank, {1, 2, 0, 0, 0}), 0);
     QCOMPARE(d.ctx.cur().Banks[2].Chans, before.Chans);
     QCOMPARE(d.ctx.cur().Banks[2].Changed, before.Changed);
     QCOMPARE(d.ctx.errors.reportCount(), 1);
     QVERIFY2(d.prompts.messages().last().text.contains(why),
              qPrintable(d.prompts.messages().last().text));
     const auto ranges = d.ctx.cur().Searches;
-    QCOMPARE(imp.importToSearch({1, 2, 2}), 0);
+    QCOMPARE(imp.importToSearch(d.ctx.CurProfile, {1, 2, 2}), 0);
     QCOMPARE(d.ctx.cur().Searches, ranges);
     QVERIFY(!QFile::exists(d.ctx.banksDir() + u"/SeachBankTmp.SKE"_s));
 }
@@ -149,7 +149,8 @@ void TestCsvRoundTrip::readingStopsAtUsableLines() {
     CsvImport imp(d.ctx);
     QVERIFY(imp.open(d.csv(bytes)));
     d.ctx.CurBank = 1;
-    QCOMPARE(imp.importToBank(imp.headerChoices(CsvMode::Bank)), 20);
+    QCOMPARE(imp.importToBank(d.ctx.CurProfile, d.ctx.CurBank, imp.headerChoices(CsvMode::Bank)),
+             20);
     QCOMPARE(d.ctx.cur().Banks[1].Chans[20].Desc, u"C20"_s);
     QCOMPARE(d.ctx.cur().Banks[1].Chans[20].Freq, 151625000.0);
     QCOMPARE(d.ctx.errors.reportCount(), 0);
@@ -163,7 +164,7 @@ void TestCsvRoundTrip::organizeBanksMovesUnsavedEdits() {
     p.Banks[3].Chans[5].Desc = u"Edit in 3"_s;
     p.Banks[3].Changed = true;
     BankOrganizer org(d.ctx);
-    org.load();
+    org.load(d.ctx.CurProfile);
     QVERIFY(org.drop(u"XFR,03"_s, 1)); // Bank03 first
     QVERIFY(org.save());
     QCOMPARE(p.Banks[1].FileName, u"Bank03"_s);

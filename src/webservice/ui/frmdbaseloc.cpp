@@ -181,7 +181,7 @@ void FrmDBaseLoc::onLocationOpt(int index) {
 void FrmDBaseLoc::setVersion(int version, const QString& address) {
     m_ctx.settings.DBaseVersion = qint16(version);
     m_ctx.settings.ServiceAddress = address;
-    m_ctx.Profiles[0].Changed = true;
+    m_ctx.markSettingsChanged();
     m_localTxt->setText(address);
 }
 
@@ -275,7 +275,7 @@ void FrmDBaseLoc::onSave() {
     s.DBaseProxyPrt = qint16(m_proxyPrtTxt->text().toInt());
     if (s.DBaseVersion > 8)
         s.DBaseLocUsr = m_localTxt->text();
-    m_ctx.Profiles[0].Changed = true;
+    m_ctx.markSettingsChanged();
     Q_EMIT saved();
     accept();
 }
