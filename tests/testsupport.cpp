@@ -36,12 +36,13 @@ QString dataPath(const QString& relative) {
     return qEnvironmentVariable("KESTREL_TEST_DATA") + QLatin1Char('/') + relative;
 }
 
-ProcessResult runKestrelctl(const QStringList& args, int timeoutMs) {
+ProcessResult runKestrelctl(const QStringList& args, int timeoutMs, const QByteArray& input) {
     QProcess proc;
     proc.start(qEnvironmentVariable("KESTRELCTL"), args);
     ProcessResult r;
     if (!proc.waitForStarted(timeoutMs))
         return r;
+    proc.write(input);
     proc.closeWriteChannel();
     if (!proc.waitForFinished(timeoutMs)) {
         proc.kill();

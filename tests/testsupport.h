@@ -30,7 +30,8 @@ struct ProcessResult {
     QByteArray err;
 };
 // Runs kestrelctl with the given arguments (and optional standard input); waits up to timeoutMs.
-ProcessResult runKestrelctl(const QStringList& args, int timeoutMs = 60000);
+ProcessResult runKestrelctl(const QStringList& args, int timeoutMs = 60000,
+                            const QByteArray& input = {});
 // Runs kestrelctl on the data folder `dataDir`.
 ProcessResult runKestrelctlIn(const QString& dataDir, const QStringList& args);
 // The non-empty lines of a program's output.

@@ -20,6 +20,11 @@ enum Exit { Ok = 0, Usage = 1, Failure = 2 };
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
+// An input file the command cannot use (its lines, its encoding): exits 1 like a usage error,
+// touching no file, but prints only the reason, since the command line itself was right.
+struct InputError : UsageError {
+    using UsageError::UsageError;
+};
 
 // One option of a command. A one-letter name is written "-o", a longer one "--bank".
 struct Option {

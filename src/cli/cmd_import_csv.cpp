@@ -64,7 +64,7 @@ int runChirp(Env& env, const Args& args, const QString& file) {
     ctx.CurBank = quint8(bank);
     // A file the import cannot use in full is refused before anything changes.
     if (const QString problem = ChirpProblem(ctx, p, bank, file, placement); !problem.isEmpty())
-        throw UsageError(qPrintable(problem));
+        throw InputError(qPrintable(problem));
     const std::optional<ChirpReport> report = ImportChirp(ctx, p, bank, file, placement);
     Save_Profiles(ctx);
     if (report)
@@ -82,13 +82,13 @@ int run(Env& env, const Args& args) {
     const int fields = target.kind == Target::Bank ? kCsvBankFields : kCsvSearchFields;
     QList<int> columns = parseColumns(args.value(QStringLiteral("columns")), fields);
     if (!QFileInfo(file).isFile())
-        throw UsageError(qPrintable(QStringLiteral("cannot read ") + file));
+        throw InputError(qPrintable(QStringLiteral("cannot read ") + file));
 
     AppContext& ctx = env.loadForWriting();
     const qint16 p = qint16(env.selectProfile(args));
     CsvImport import(ctx);
     if (!import.open(file))
-        throw UsageError(qPrintable(import.openError()));
+        throw InputError(qPrintable(import.openError()));
     // Our own export's header chooses the columns, unless they were given.
     const CsvMode mode = target.kind == Target::Bank ? CsvMode::Bank : CsvMode::Search;
     if (!args.has(QStringLiteral("columns")) && !import.headerChoices(mode).isEmpty())
@@ -103,7 +103,7 @@ int run(Env& env, const Args& args) {
                                         QStringLiteral(" columns")));
     // A file the import cannot use in full is refused before anything changes.
     if (const QString problem = import.problem(mode, columns); !problem.isEmpty())
-        throw UsageError(qPrintable(problem));
+        throw InputError(qPrintable(problem));
     int imported = 0;
     if (target.kind == Target::Bank) {
         ctx.CurBank = quint8(target.bank);

@@ -34,17 +34,21 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
 
     const Command& c = *inv.command;
+    const QString label = QStringLiteral("kestrelctl ") + QString::fromLatin1(c.name) +
+                          (c.sub ? QStringLiteral(" ") + QString::fromLatin1(c.sub) : QString()) +
+                          QStringLiteral(": ");
     Env env(inv.dataDir);
     try {
         return checkOutput(c.run(env, *inv.args));
+    } catch (const InputError& e) {
+        err(label + QString::fromUtf8(e.what()));
+        return Usage;
     } catch (const UsageError& e) {
         const QByteArray bytes = usageFailure(c, QString::fromUtf8(e.what())).toUtf8();
         std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
         return Usage;
     } catch (const std::exception& e) {
-        err(QStringLiteral("kestrelctl ") + QString::fromLatin1(c.name) +
-            (c.sub ? QStringLiteral(" ") + QString::fromLatin1(c.sub) : QString()) +
-            QStringLiteral(": ") + QString::fromUtf8(e.what()));
+        err(label + QString::fromUtf8(e.what()));
         return Failure;
     }
 }

@@ -59,6 +59,13 @@ bool CheckDescLength(QStringView text, QString* reason) {
                               QString::number(text.size()));
 }
 
+QString ImportedDesc(QString text) {
+    text.replace(QLatin1Char(','), QLatin1Char(';'));
+    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return text;
+}
+
 bool CheckTypedDesc(QStringView text, QString* reason) {
     if (!CheckDescLength(text, reason))
         return false;

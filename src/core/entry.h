@@ -20,6 +20,9 @@ std::optional<double> TypedFreq(QStringView text, QString* reason);
 bool CheckTypedDesc(QStringView text, QString* reason);
 // An imported description: at most 200 characters.
 bool CheckDescLength(QStringView text, QString* reason);
+// An imported description made fit for the bank file: a comma becomes ";" and a line break a
+// space, since the file separates a channel's fields with commas and its lines with breaks.
+QString ImportedDesc(QString text);
 
 // A whole channel line ("146.52,Fire,False,True,False") or search line ("25,30,Low") as typed:
 // exactly its fields, typed frequencies, a typed description and flags True or False.

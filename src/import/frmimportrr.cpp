@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmimportrr.h"
 
+#include "core/filereport.h"
 #include "core/freq.h"
 #include "core/settings.h"
 #include "history/history.h"
@@ -29,7 +30,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSaveFile>
 #include <QSignalBlocker>
 #include <QTextStream>
 #include <QTimer>
@@ -1144,11 +1144,8 @@ void FrmImportRR::SaveXmlMenuItem_Click() {
         QString text = m_client.LastEnvelope;
         text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
         text.replace(u'\n', QStringLiteral("\r\n"));
-        QSaveFile f(*path);
-        if (!f.open(QIODevice::WriteOnly) || f.write(text.toUtf8()) < 0 || !f.commit()) {
-            m_ctx.failedWrites << *path;
+        if (!SaveBytes(m_ctx, text.toUtf8(), *path))
             throw KestrelError(err::PathNotFound, QStringLiteral("Path not found"));
-        }
     });
 }
 

@@ -121,13 +121,11 @@ const ChirpColumn kColumns[] = {
                                                QStringLiteral("; nothing was imported"));
 }
 
-// The description: the name, with the comment after " - " when the whole still fits. A comma
-// becomes ";": the bank file separates a channel's fields with commas, so a description holding
-// one would not load again.
+// The description: the name, with the comment after " - " when the whole still fits, made fit
+// for the bank file.
 QString description(const ChirpRow& row) {
     const QString both = row.name + QStringLiteral(" - ") + row.comment;
-    QString desc = row.comment.isEmpty() || both.size() > kDescMax ? row.name : both;
-    return desc.replace(QLatin1Char(','), QLatin1Char(';'));
+    return ImportedDesc(row.comment.isEmpty() || both.size() > kDescMax ? row.name : both);
 }
 
 } // namespace

@@ -34,9 +34,11 @@ QString fieldText(const CsvTargetField& target, const QStringList& fields, int c
         badLine(number, QStringLiteral("there is no column ") + QString::number(choice));
     const QString& text = fields[choice - 1];
     QString reason;
-    if (target.kind == CsvValue::Text && !CheckDescLength(text, &reason))
+    if (target.kind != CsvValue::Text)
+        return text;
+    if (!CheckDescLength(text, &reason))
         badLine(number, reason);
-    return text;
+    return ImportedDesc(text);
 }
 
 QList<QString> values(CsvMode mode, const QStringList& fields, const QList<int>& choices,

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rrclient.h"
 
+#include "core/filereport.h"
+
 #include <QAuthenticator>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QNetworkProxy>
 #include <QNetworkReply>
-#include <QSaveFile>
 #include <QScopeGuard>
 #include <QTimer>
 
@@ -275,18 +276,15 @@ bool RRClient::InitSoap() {
                 url += QStringLiteral("&v=") + VersionStr;
             if (GetHTTP(url, m_user, m_password)) {
                 WsdlText = HttpReply;
-                QSaveFile out(WsdlFile);
-                const QByteArray bytes = HttpReply.toUtf8();
-                // The cache is written in UTF-8, whatever the fetched text declared.
-                QByteArray fixed = bytes;
+                // The cache is written in UTF-8, whatever the fetched text declared. A failed
+                // write is noted like any other; the fetched text is used all the same.
+                QByteArray fixed = HttpReply.toUtf8();
                 if (fixed.startsWith("<?xml")) {
                     const qsizetype end = fixed.indexOf("?>");
                     if (end > 0)
                         fixed.replace(0, end + 2, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
                 }
-                if (!(out.open(QIODevice::WriteOnly) && out.write(fixed) == fixed.size() &&
-                      out.commit()))
-                    m_ctx.failedWrites.append(WsdlFile);
+                SaveBytes(m_ctx, fixed, WsdlFile);
                 result = true;
             }
         }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kestrelctl rr run as a process against the local service with its demo data on a free
-// loopback port: the browsing commands' lines, login and failure statuses,
-// the remembered login, and the import into a bank as show and frames then see it.
+// loopback port: the browsing and search commands' lines, login and failure statuses, the
+// remembered login, and the import into a bank (of records or search results) as show and
+// frames then see it.
 #include "testsupport.h"
 
 #include "core/datalock.h"
 #include "webservice/server/rrlocalserver.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
@@ -15,33 +15,6 @@
 using namespace kestrel;
 using namespace kestrel::test;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-ProcessResult runWithInput(const QStringList& args, const QByteArray& input) {
-    QProcess proc;
-    proc.start(qEnvironmentVariable("KESTRELCTL"), args);
-    ProcessResult r;
-    if (!proc.waitForStarted(60000))
-        return r;
-    proc.write(input);
-    proc.closeWriteChannel();
-    if (!proc.waitForFinished(60000)) {
-        proc.kill();
-        proc.waitForFinished();
-        return r;
-    }
-    r.exitCode = proc.exitStatus() == QProcess::NormalExit ? proc.exitCode() : -1;
-    r.out = proc.readAllStandardOutput();
-    r.err = proc.readAllStandardError();
-    return r;
-}
-
-QStringList lines(const QByteArray& out) {
-    return QString::fromUtf8(out).split(u'\n', Qt::SkipEmptyParts);
-}
-
-} // namespace
 
 class TestRRCli : public QObject {
     Q_OBJECT
@@ -55,13 +28,10 @@ class TestRRCli : public QObject {
     ProcessResult rr(const QString& dir, const QStringList& args,
                      const QByteArray& password = "demo") {
         // The sub-command, then the defaults, then the row's own options (the last given wins).
-        return runWithInput(QStringList{u"--data-dir"_s, dir, u"rr"_s, args.first(), u"--url"_s,
-                                        m_url, u"--user"_s, u"demo"_s, u"--password-stdin"_s} +
-                                args.mid(1),
-                            password + '\n');
-    }
-    ProcessResult ctl(const QString& dir, const QStringList& args) {
-        return runKestrelctl(QStringList{u"--data-dir"_s, dir} + args);
+        return runKestrelctl(QStringList{u"--data-dir"_s, dir, u"rr"_s, args.first(), u"--url"_s,
+                                         m_url, u"--user"_s, u"demo"_s, u"--password-stdin"_s} +
+                                 args.mid(1),
+                             60000, password + '\n');
     }
 
 private Q_SLOTS:
@@ -157,7 +127,7 @@ private Q_SLOTS:
         QTemporaryDir dir;
         const ProcessResult r = rr(dir.path(), {"login", "--xml"});
         QCOMPARE(r.exitCode, 0);
-        const QStringList got = lines(r.out);
+        const QStringList got = outputLines(r.out);
         QCOMPARE(got.size(), 2);
         QCOMPARE(got[0], u"demo\t12-31-2030"_s);
         QVERIFY(got[1].contains(u"getUserDataResponse"_s) && got[1].contains(u"12-31-2030"_s));
@@ -171,7 +141,7 @@ private Q_SLOTS:
         const ProcessResult r =
             runKestrelctl({u"--data-dir"_s, dir.path(), u"rr"_s, u"login"_s, u"--url"_s, m_url});
         QCOMPARE(r.exitCode, 0);
-        QCOMPARE(lines(r.out), QStringList{u"demo\t12-31-2030"_s});
+        QCOMPARE(outputLines(r.out), QStringList{u"demo\t12-31-2030"_s});
     }
 
     void importIntoBankThenShowAndFrames_data() {
@@ -202,14 +172,16 @@ private Q_SLOTS:
         QTemporaryDir dir;
         const ProcessResult r = rr(dir.path(), QStringList{"import", "--bank", "2"} + args);
         QCOMPARE(r.exitCode, status);
-        const QStringList got = lines(r.out);
+        const QStringList got = outputLines(r.out);
         QCOMPARE(got.last(), printed.last());
         QCOMPARE(got.first(), printed.first());
-        QCOMPARE(lines(r.err).filter(u"bank 2 is full; not imported"_s).size(), errors);
+        QCOMPARE(outputLines(r.err).filter(u"bank 2 is full; not imported"_s).size(), errors);
 
         // The filled slots as show and frames see them; the slots after them keep their lines.
-        const QStringList shown = lines(ctl(dir.path(), {"show", "--bank", "2"}).out);
-        const QStringList frames = lines(ctl(dir.path(), {"frames", "--bank", "2"}).out);
+        const QStringList shown =
+            outputLines(runKestrelctlIn(dir.path(), {"show", "--bank", "2"}).out);
+        const QStringList frames =
+            outputLines(runKestrelctlIn(dir.path(), {"frames", "--bank", "2"}).out);
         QCOMPARE(shown.size(), 20);
         QCOMPARE(frames.size(), 22); // start, 20 channels, stop
         for (int slot = 1; slot <= got.size(); ++slot) {
@@ -245,9 +217,9 @@ private Q_SLOTS:
 
         const ProcessResult cut = rr(dir.path(), args + QStringList{"--cut"});
         QCOMPARE(cut.exitCode, 0);
-        const QString first = lines(cut.out).first().section(u'\t', 2);
+        const QString first = outputLines(cut.out).first().section(u'\t', 2);
         QCOMPARE(first, joined.left(60).trimmed());
-        QVERIFY(lines(ctl(dir.path(), {"show", "--bank", "5"}).out)
+        QVERIFY(outputLines(runKestrelctlIn(dir.path(), {"show", "--bank", "5"}).out)
                     .first()
                     .contains(u',' + first + u','));
     }
@@ -261,6 +233,104 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, 2);
         QVERIFY2(r.err.contains("in use by"), r.err.constData());
         QVERIFY(!QFile::exists(dir.filePath(u"Banks/Bank02.BKE"_s)));
+    }
+
+    // Each search with a hit and without; an empty result is said on stderr and is no failure.
+    void searches_data() {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QStringList>("expected"); // whole stdout lines; empty: no results
+        const QString dispatch = u"154.815000\t159.105000\tKDL123\tSheriff Dispatch\tASO Disp\t"
+                                 u"156.7 PL\t2\tBM\t3001\t0\t0\t1001"_s;
+        QTest::newRow("freq in a state")
+            << QStringList{"search", "freq", "--state", "101", "154.815"} << 0
+            << QStringList{dispatch};
+        QTest::newRow("freq and tone in a metro area")
+            << QStringList{"search", "freq", "--metro", "601", "0", "--tone", "156.7"} << 0
+            << QStringList{dispatch,
+                           u"155.475000\t000.000000\t\tSheriff Tac 1\tASO Tac1\t156.7 PL\t2\tBM\t"
+                           u"3001\t0\t0\t1001"_s,
+                           u"155.535000\t000.000000\t\tSheriff Tac 2\tASO Tac2\t156.7 PL\t2\tBM\t"
+                           u"3001\t0\t0\t1001"_s};
+        QTest::newRow("freq, none")
+            << QStringList{"search", "freq", "--county", "1001", "999"} << 0 << QStringList{};
+        QTest::newRow("tag in an agency")
+            << QStringList{"search", "tag", "--agency", "501", "1"} << 0
+            << QStringList{u"40029\t154.665000\t000.000000\tKDL400\tTroop A Dispatch\tSP A Disp\t"
+                           u"CSQ\t2\tBM\t1\t2026-03-14"_s};
+        QTest::newRow("tag, none")
+            << QStringList{"search", "tag", "--county", "1001", "99"} << 0 << QStringList{};
+        QTest::newRow("call signs around a point")
+            << QStringList{"search", "callsigns", "--", "44.52", "-70.11"} << 0
+            << QStringList{u"KDL123\t44.53\t-70.12\t0.85\tAshford County"_s};
+        QTest::newRow("call signs, none")
+            << QStringList{"search", "callsigns", "--range", "3", "--unit", "k", "0", "0"} << 0
+            << QStringList{};
+        QTest::newRow("call sign, lower case")
+            << QStringList{"callsign", "kdl123"} << 0
+            << QStringList{u"licence\tAshford County\tKDL123\tActive\t2021-06-01\tPW\t"
+                           u"Fictional licence of the demo data"_s,
+                           u"frequency\t1\t154.815\t11K2F3E\tFB2\t100\t0\t0"_s,
+                           u"frequency\t2\t159.105\t11K2F3E\tMO\t50\t40\t0"_s,
+                           u"location\t1\t77001\tFixed\t45.7\t48.8\t210.3\t1 Tower Road\t44.53\t"
+                           u"-70.12\tAshford\tAshford\tNP"_s,
+                           u"location\t2\t0\tMobile\t0\t0\t0\t\t44.52\t-70.11\tAshford\tAshford\t"
+                           u"NP"_s};
+        QTest::newRow("call sign, none") << QStringList{"callsign", "ZZ9"} << 0 << QStringList{};
+        QTest::newRow("system id") << QStringList{"sysid", "1a2b"} << 0
+                                   << QStringList{u"7001\tDemoland Regional Radio\t1\t2\t1\t"
+                                                  u"Ashford\t2026-03-10"_s};
+        QTest::newRow("system id, none") << QStringList{"sysid", "FFFF"} << 0 << QStringList{};
+        QTest::newRow("two areas")
+            << QStringList{"search", "freq", "--state", "101", "--county", "1001", "154.815"} << 1
+            << QStringList{};
+        QTest::newRow("bad unit") << QStringList{"search", "callsigns", "--unit", "x", "0", "0"}
+                                  << 1 << QStringList{};
+    }
+    void searches() {
+        QFETCH(QStringList, args);
+        QFETCH(int, status);
+        QFETCH(QStringList, expected);
+        QTemporaryDir dir;
+        const ProcessResult r = rr(dir.path(), args);
+        QCOMPARE(r.exitCode, status);
+        QCOMPARE(outputLines(r.out), expected);
+        if (status == 0)
+            QCOMPARE(outputLines(r.err), expected.isEmpty()
+                                             ? QStringList{u"No Results Found in Search!!!"_s}
+                                             : QStringList{});
+    }
+
+    // Search results into a bank as show sees them; a result without a mode stops the import
+    // and nothing is saved.
+    void importSearchResults_data() {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QStringList>("shown"); // the first lines of show --bank 4
+        QTest::newRow("frequency search, two named results")
+            << QStringList{"--search-freq", "0",        "--metro", "601",      "--tone",
+                           "156",           "--result", "3",       "--result", "1"}
+            << 0
+            << QStringList{u"061,154.815000,ASO Disp-Sheriff Dispatch,False,False,False"_s,
+                           u"062,155.535000,ASO Tac2-Sheriff Tac 2,False,False,False"_s,
+                           u"063,155.475000,Chan #063,False,False,False"_s};
+        QTest::newRow("tag search, all")
+            << QStringList{"--search-tag", "1", "--county", "1001"} << 0
+            << QStringList{u"061,154.815000,ASO Disp-Sheriff Dispatch,False,False,False"_s,
+                           u"062,453.250000,ASO Jail-Sheriff Jail Ops,False,False,False"_s};
+        QTest::newRow("a result without a mode")
+            << QStringList{"--search-freq", "154.43", "--county", "1001", "--result", "2"} << 2
+            << QStringList{u"061,155.385000,Chan #061,False,False,False"_s};
+    }
+    void importSearchResults() {
+        QFETCH(QStringList, args);
+        QFETCH(int, status);
+        QFETCH(QStringList, shown);
+        QTemporaryDir dir;
+        const ProcessResult r = rr(dir.path(), QStringList{"import", "--bank", "4"} + args);
+        QCOMPARE(r.exitCode, status);
+        const ProcessResult show = runKestrelctlIn(dir.path(), {u"show"_s, u"--bank"_s, u"4"_s});
+        QCOMPARE(outputLines(show.out).mid(0, shown.size()), shown);
     }
 };
 

@@ -3,36 +3,19 @@
 // login and the zip-code shortcut, the list-type choice of a county, ticking and importing into
 // the shown bank, the one-site rule, talk-group texts, band plans, closing, refused logins and a
 // service that goes away.
-#include "core/appcontext.h"
-#include "import/frmimportrr.h"
 #include "import/httpprobe.h"
+#include "importworld.h"
 #include "mainwin/mainform.h"
-#include "webservice/rrclient.h"
-#include "webservice/server/rrlocalserver.h"
 
-#include <QAction>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTcpServer>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
 
 using namespace kestrel;
+using namespace kestrel::test;
 
-class TstFrmImportRR : public QObject {
+class TstFrmImportRR : public QObject, ImportWorld {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    ScriptedPrompts m_prompts;
-    std::unique_ptr<AppContext> m_ctx;
-    std::unique_ptr<RRLocalServer> m_server;
-    std::unique_ptr<FrmImportRR> m_win;
 
     // The demo data, its country renamed for the zip-code shortcut, and three more counties of
     // North Province: one with an agency only, one on the trunked system only, one with nothing.
@@ -54,54 +37,25 @@ class TstFrmImportRR : public QObject {
         return d;
     }
 
-    void open(const QString& password = QStringLiteral("demo"), const QString& zip = {},
-              RRDataSet d = data()) {
-        m_win.reset();
-        m_server = std::make_unique<RRLocalServer>(d);
-        QVERIFY(m_server->listen() != 0);
-        m_prompts.clear();
-        m_ctx = std::make_unique<AppContext>(m_dir.path(), &m_prompts);
-        m_ctx->CurBank = 2;
-        m_ctx->registry = {QStringLiteral("demo"), password, zip};
-        m_ctx->component<RRClient>().setBaseUrlOverride(m_server->baseUrl());
-        m_win = std::make_unique<FrmImportRR>(*m_ctx);
-        m_win->show();
+    void open(const QString& password = QStringLiteral("demo"), const QString& zip = {}) {
+        ImportWorld::open(data(), password, zip);
     }
     void logIn(const QString& zip = {}) {
         open(QStringLiteral("demo"), zip);
         m_win->LogInBtn_Click();
         QVERIFY(m_win->loggedIn());
     }
-    void toCounty(const QString& county) {
-        QVERIFY(m_win->setListText(m_win->CboCountry(), QStringLiteral("United States")));
-        QVERIFY(m_win->setListText(m_win->CboState(), QStringLiteral("North Province")));
-        QVERIFY(m_win->setListText(m_win->CboCounty(), county));
-    }
-    void tick(const QString& key, bool on = true) {
-        QTreeWidgetItem* item = m_win->node(key);
-        QVERIFY2(item, qPrintable(key));
-        item->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
-    }
     void toSystem(RRDataSet d = data()) {
-        open(QStringLiteral("demo"), {}, d);
+        ImportWorld::open(d);
         m_win->LogInBtn_Click();
         toCounty(QStringLiteral("Trunkonly"));
         QVERIFY(m_win->setListText(m_win->CboSystem(), QStringLiteral("Demoland Regional Radio")));
         QCOMPARE(m_win->treeTag(), QString("CountyTrs"));
     }
-    QStringList messages() const {
-        QStringList out;
-        for (const auto& m : m_prompts.messages())
-            out << m.text;
-        return out;
-    }
 
 private Q_SLOTS:
     void initTestCase() { qputenv("KESTREL_SECRET_STORE", "none"); }
-    void cleanup() {
-        m_win.reset();
-        m_server.reset();
-    }
+    void cleanup() { closeWorld(); }
 
     void zipLoginBuildsFirstTree() {
         logIn(QStringLiteral("12345"));

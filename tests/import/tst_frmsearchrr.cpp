@@ -2,32 +2,16 @@
 // The advanced search window and the feeds window against the local frequency-database service
 // on a free loopback port: the five searches and their trees, empty results, the key filters,
 // the request a call-sign search sends, ticking and importing results, and the feeds list.
-#include "core/appcontext.h"
-#include "import/frmimportrr.h"
 #include "import/searchtree.h"
-#include "webservice/rrclient.h"
-#include "webservice/server/rrlocalserver.h"
+#include "importworld.h"
 
-#include <QAction>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTreeWidget>
 
 using namespace kestrel;
+using namespace kestrel::test;
 
-class TstFrmSearchRR : public QObject {
+class TstFrmSearchRR : public QObject, ImportWorld {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    ScriptedPrompts m_prompts;
-    std::unique_ptr<AppContext> m_ctx;
-    std::unique_ptr<RRLocalServer> m_server;
-    std::unique_ptr<FrmImportRR> m_win;
 
     // The demo data; Sheriff Tac 1 has no tags.
     static RRDataSet data() {
@@ -38,41 +22,20 @@ class TstFrmSearchRR : public QObject {
         return d;
     }
     // Logged in with the zip code's county shown (its conventional tree built).
-    void logIn(RRDataSet d = data(), int dbaseIndex = 0) {
-        m_win.reset();
-        m_server = std::make_unique<RRLocalServer>(d);
-        QVERIFY(m_server->listen() != 0);
-        m_prompts.clear();
-        m_ctx = std::make_unique<AppContext>(m_dir.path(), &m_prompts);
-        m_ctx->CurBank = 2;
-        m_ctx->settings.DBaseIndex = qint16(dbaseIndex);
-        m_ctx->registry = {QStringLiteral("demo"), QStringLiteral("demo"), QStringLiteral("12345")};
-        m_ctx->component<RRClient>().setBaseUrlOverride(m_server->baseUrl());
-        m_win = std::make_unique<FrmImportRR>(*m_ctx);
-        m_win->show();
+    void logIn(const RRDataSet& d = data(), int dbaseIndex = 0) {
+        open(d, QStringLiteral("demo"), QStringLiteral("12345"), dbaseIndex);
         m_win->LogInBtn_Click();
         QVERIFY(m_win->loggedIn());
-        QVERIFY(m_win->setListText(m_win->CboCountry(), QStringLiteral("Demoland")));
-        QVERIFY(m_win->setListText(m_win->CboState(), QStringLiteral("North Province")));
-        QVERIFY(m_win->setListText(m_win->CboCounty(), QStringLiteral("Ashford")));
+        toCounty(QStringLiteral("Ashford"));
     }
     FrmSearchRR* openSearch() {
         m_win->menuItem(QStringLiteral("SearchFreqsMenuItem"))->trigger();
         return m_win->searchWindow();
     }
-    QStringList messages() const {
-        QStringList out;
-        for (const auto& m : m_prompts.messages())
-            out << m.text;
-        return out;
-    }
 
 private Q_SLOTS:
     void initTestCase() { qputenv("KESTREL_SECRET_STORE", "none"); }
-    void cleanup() {
-        m_win.reset();
-        m_server.reset();
-    }
+    void cleanup() { closeWorld(); }
 
     // Each search from its frame: the tree's kind, its top node and one line under it; a search
     // without results says so and leaves the tree empty.
@@ -84,6 +47,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("top");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("line");
+        // A search without results: its frame, what is typed or chosen.
+        const auto none = [](const char* tag, int index, const char* input, int option) {
+            QTest::newRow(tag) << index << input << option << QString() << QString() << QString()
+                               << QString();
+        };
         QTest::newRow("frequency in the county")
             << 0 << "154.815" << 1 << "SearchFreqs"
             << "Search Freqency Results for Ashford"
@@ -102,20 +70,14 @@ private Q_SLOTS:
             << "c1s1"
             << " 155.475000 FMN  Class: BM   CT: 156.7 PL FCC:        NoTags [ASO Tac1    ] "
                "Sheriff Tac 1";
-        QTest::newRow("frequency, none") << 0 << "999" << 0 << ""
-                                         << ""
-                                         << ""
-                                         << "";
+        none("frequency, none", 0, "999", 0);
         QTest::newRow("tag in the county")
             << 1 << "" << 1 << "SearchTaqs"
             << "Search Tag Freqency Results for North Province"
             << "c1s2"
             << " 453.250000 FMN  Class: BM   CT: 107.2 PL FCC:KDL124  a:ASO Jail     Sheriff "
                "Jail Ops";
-        QTest::newRow("tag, none") << 1 << "" << 8 << ""
-                                   << ""
-                                   << ""
-                                   << "";
+        none("tag, none", 1, "", 8);
         QTest::newRow("call signs around the zip code")
             << 2 << "" << 0 << "CallSigns"
             << "Search CallSigns In Area"
@@ -127,18 +89,12 @@ private Q_SLOTS:
                "Safety Pool, Conventional"
             << "c1s2d1"
             << "154.81500  Emission:11K2F3E  Power:100  Mobiles:0  Pagers:0  Loc:1";
-        QTest::newRow("call sign, none") << 3 << "zz9" << 0 << ""
-                                         << ""
-                                         << ""
-                                         << "";
+        none("call sign, none", 3, "zz9", 0);
         QTest::newRow("system id") << 4 << "1a2b" << 0 << "SysIdDetails"
                                    << "System Id Details"
                                    << "c1s1d3"
                                    << "Voice: Analog";
-        QTest::newRow("system id, none") << 4 << "ffff" << 0 << ""
-                                         << ""
-                                         << ""
-                                         << "";
+        none("system id, none", 4, "ffff", 0);
     }
     void searches() {
         QFETCH(int, index);
@@ -182,24 +138,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("kept");
-        QTest::newRow("frequency") << "FreqTxt"
-                                   << "15a4.8-1 5"
-                                   << "154.815";
-        QTest::newRow("tone") << "ToneTxt"
-                              << "PL 156.7"
-                              << "156.7";
-        QTest::newRow("latitude") << "LatTxt"
-                                  << "+44.5x"
-                                  << "+44.5";
-        QTest::newRow("longitude") << "LonTxt"
-                                   << "-70,1"
-                                   << "-701";
-        QTest::newRow("call sign") << "CallSignTxt"
-                                   << "kd-l 1.23"
-                                   << "KDL123";
-        QTest::newRow("system id") << "SysIdTxt"
-                                   << "1a_2b"
-                                   << "1A2B";
+        for (const auto& [tag, box, typed, kept] :
+             {std::array<const char*, 4>{"frequency", "FreqTxt", "15a4.8-1 5", "154.815"},
+              {"tone", "ToneTxt", "PL 156.7", "156.7"},
+              {"latitude", "LatTxt", "+44.5x", "+44.5"},
+              {"longitude", "LonTxt", "-70,1", "-701"},
+              {"call sign", "CallSignTxt", "kd-l 1.23", "KDL123"},
+              {"system id", "SysIdTxt", "1a_2b", "1A2B"}})
+            QTest::newRow(tag) << box << typed << kept;
     }
     void keyFilters() {
         QFETCH(QString, box);

@@ -183,9 +183,6 @@ private Q_SLOTS:
         QTest::addColumn<int>("row");
         QTest::addColumn<QString>("reason");
         QTest::newRow("below the band") << u"146.52\tFire\n20\tLow"_s << 0 << u"Line 2: \"20\""_s;
-        QTest::newRow("comma in a description")
-            << u"146.52\tFire, Rescue"_s << 0 << u"cannot hold a comma"_s;
-        QTest::newRow("flag") << u"146.52,Fire,Maybe"_s << 0 << u"Delay must be True or False"_s;
         QTest::newRow("no room below") << u"146.52\n147.52"_s << 19 << u"room for 1"_s;
     }
     void pasteRefused() {

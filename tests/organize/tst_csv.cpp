@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// CSV import rules over real files, CSV export, the round trip between them, and kestrelctl
+// CSV import rules over real files, the reader's encodings and quotes, CSV export, the round trip
+// between them, all-or-nothing imports, Organize Banks over edits not yet saved, and kestrelctl
 // import-csv and export-csv run as processes.
 #include "organize/csvexport.h"
 #include "organize/csvimport.h"
 
+#include "core/csvreader.h"
+#include "core/files.h"
 #include "core/freq.h"
 #include "core/profiles.h"
+#include "organize/bankorganizer.h"
 #include "testsupport.h"
 
+#include <QStringEncoder>
 #include <QTest>
 
 using namespace kestrel;
@@ -21,11 +26,13 @@ struct Fixture {
     ScriptedPrompts prompts{Answer::Yes};
     AppContext ctx{dir.path(), &prompts};
     ProfileRec& p = ctx.cur();
-    Fixture() {
+    // `fresh`: as loaded from a new folder, every bank still to be written.
+    explicit Fixture(bool fresh = false) {
         Load_Profiles(ctx);
+        MakeBanksDir(ctx);
         for (BankRec& bank : p.Banks)
-            bank.Changed = false;
-        p.Changed = false;
+            bank.Changed = bank.Changed && fresh;
+        p.Changed = p.Changed && fresh;
     }
     QString csv(const QByteArray& bytes) {
         writeFile(dir.filePath(u"in.csv"_s), bytes);
@@ -47,6 +54,11 @@ QByteArray numbered(const QByteArray& header, int n, const char* pattern) {
 
 QStringList numberedRows(int n, const char* pattern) {
     return QString::fromUtf8(numbered({}, n, pattern)).split(u'\n', Qt::SkipEmptyParts);
+}
+
+QByteArray encoded(const QString& text, QStringConverter::Encoding e) {
+    QStringEncoder enc(e, QStringConverter::Flag::WriteBom);
+    return enc.encode(text);
 }
 
 ProcessResult ctl(const QTemporaryDir& dir, const QStringList& args) {
@@ -241,6 +253,8 @@ private Q_SLOTS:
             chans[3] = ChannelRec{462562500, u"FRS 1 Süd"_s, true, false, false};
             chans[4] = ChannelRec{0, u"Empty but named"_s, false, true, false};
             chans[5] = ChannelRec{155340000, QString()};
+            chans[6] = ChannelRec{151625000, u"Tower, \"north\""_s, true, false, true};
+            chans[7] = ChannelRec{462562500, u"  padded  "_s, false, true, false};
         }
         const QString path = f.dir.filePath(u"out.csv"_s);
         QVERIFY(SaveCsvFile(f.ctx, BankCsv(f.p.Banks[from]), path));
@@ -253,8 +267,16 @@ private Q_SLOTS:
         for (int c = 1; c <= ChansPerBank; ++c) {
             ChannelRec expected = chans[c];
             expected.Freq = FreqToDouble(FreqToString(expected.Freq)); // as a file carries it
+            expected.Desc.replace(u',', u';'); // the bank file cannot hold a comma
             QCOMPARE(f.p.Banks[10].Chans[c], expected);
         }
+        // What was imported survives the bank file: nothing falls back to the factory line.
+        const QString bankFile = f.dir.filePath(u"ten.BKE"_s);
+        Save_BankInfo(f.ctx, 0, 10, bankFile);
+        AppContext again(f.dir.path());
+        Load_BankInfo(again, 0, 10, bankFile);
+        QCOMPARE(again.Profiles[0].Banks[10].Chans, f.p.Banks[10].Chans);
+        QVERIFY(again.loadProblems.isEmpty());
     }
 
     void cliExport() {
@@ -313,6 +335,114 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, 1);
         QVERIFY(r.err.contains("usage: kestrelctl"));
         QCOMPARE(snapshotTree(dir.path()), before);
+    }
+
+    void reader_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QStringList>("lines"); // fields joined by "|"
+        QTest::addColumn<QString>("error");
+        const QString text = u"Name,Freq\r\n\"Tower, \"\"north\"\"\",151.625\rSüd,1\n"_s;
+        const QStringList fields = {u"Name|Freq"_s, u"Tower, \"north\"|151.625"_s, u"Süd|1"_s};
+        QTest::newRow("UTF-8 BOM") << encoded(text, QStringConverter::Utf8) << fields << "";
+        QTest::newRow("UTF-16LE") << encoded(text, QStringConverter::Utf16LE) << fields << "";
+        QTest::newRow("UTF-32BE") << encoded(text, QStringConverter::Utf32BE) << fields << "";
+        QTest::newRow("Windows-1252")
+            << QByteArray("a,S\xFC\x64\n") << QStringList{u"a|Süd"_s} << "";
+        QTest::newRow("NUL bytes")
+            << QByteArray("a,b\nc\0d\n", 8) << QStringList{u"a|b"_s} << "line 2 holds binary data";
+        QTest::newRow("UTF-16 without a mark")
+            << encoded(u"a,b\n"_s, QStringConverter::Utf16LE).mid(2) << QStringList()
+            << "line 1 holds binary data";
+        QTest::newRow("quote not closed") << QByteArray("\"a,b\n") << QStringList() << "";
+    }
+
+    void reader() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QStringList, lines);
+        QFETCH(QString, error);
+        CsvReader reader;
+        reader.setData(bytes);
+        QStringList got;
+        while (const std::optional<QString> line = reader.readLine()) {
+            QStringList fields;
+            if (SplitCsvFields(*line, fields))
+                got.append(fields.join(u'|'));
+        }
+        QCOMPARE(got, lines);
+        QVERIFY2(reader.error().contains(error) && error.isEmpty() == reader.error().isEmpty(),
+                 qPrintable(reader.error()));
+    }
+
+    void failingLastLineLeavesBank_data() {
+        QTest::addColumn<QByteArray>("last");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("missing column") << QByteArray("Lone") << "line 5: there is no column 2";
+        QTest::newRow("long description") << QByteArray(201, 'x') + ",146.52"
+                                          << "line 5: a description holds at most 200";
+        QTest::newRow("open quote") << QByteArray("\"Open,146.52") << "line 5: a quote";
+        QTest::newRow("binary") << QByteArray("x\0y,1", 5) << "line 5 holds binary data";
+    }
+
+    void failingLastLineLeavesBank() {
+        QFETCH(QByteArray, last);
+        QFETCH(QString, why);
+        Fixture d;
+        d.ctx.CurBank = 2;
+        const BankRec before = d.ctx.cur().Banks[2];
+        CsvImport imp(d.ctx);
+        QVERIFY(imp.open(d.csv("Name,Freq\nA,146.52\n\nB,151.625\n" + last + "\n")));
+        QCOMPARE(imp.importToBank(d.ctx.CurProfile, d.ctx.CurBank, {1, 2, 0, 0, 0}), 0);
+        QCOMPARE(d.ctx.cur().Banks[2].Chans, before.Chans);
+        QCOMPARE(d.ctx.cur().Banks[2].Changed, before.Changed);
+        QCOMPARE(d.ctx.errors.reportCount(), 1);
+        QVERIFY2(d.prompts.messages().last().text.contains(why),
+                 qPrintable(d.prompts.messages().last().text));
+        const auto ranges = d.ctx.cur().Searches;
+        QCOMPARE(imp.importToSearch(d.ctx.CurProfile, {1, 2, 2}), 0);
+        QCOMPARE(d.ctx.cur().Searches, ranges);
+        QVERIFY(!QFile::exists(d.ctx.banksDir() + u"/SeachBankTmp.SKE"_s));
+    }
+
+    void readingStopsAtUsableLines() {
+        // Twenty usable lines, then megabytes the import must not read (they are not even text).
+        QByteArray bytes = "Description,Frequency,Delay,Lock-Out,Priority\n";
+        for (int i = 1; i <= 21; ++i)
+            bytes += "C" + QByteArray::number(i) + ",151.625,False,False,False\n";
+        bytes += QByteArray(4 * 1024 * 1024, '\0');
+        Fixture d;
+        CsvImport imp(d.ctx);
+        QVERIFY(imp.open(d.csv(bytes)));
+        d.ctx.CurBank = 1;
+        QCOMPARE(
+            imp.importToBank(d.ctx.CurProfile, d.ctx.CurBank, imp.headerChoices(CsvMode::Bank)),
+            20);
+        QCOMPARE(d.ctx.cur().Banks[1].Chans[20].Desc, u"C20"_s);
+        QCOMPARE(d.ctx.cur().Banks[1].Chans[20].Freq, 151625000.0);
+        QCOMPARE(d.ctx.errors.reportCount(), 0);
+    }
+
+    void organizeBanksMovesUnsavedEdits() {
+        Fixture d(true); // a new folder: no bank has a file yet
+        ProfileRec& p = d.ctx.cur();
+        p.Banks[1].Chans[1].Desc = u"Edit in 1"_s;
+        p.Banks[1].Changed = true;
+        p.Banks[3].Chans[5].Desc = u"Edit in 3"_s;
+        p.Banks[3].Changed = true;
+        BankOrganizer org(d.ctx);
+        org.load(d.ctx.CurProfile);
+        QVERIFY(org.drop(u"XFR,03"_s, 1)); // Bank03 first
+        QVERIFY(org.save());
+        QCOMPARE(p.Banks[1].FileName, u"Bank03"_s);
+        QCOMPARE(p.Banks[1].Chans[5].Desc, u"Edit in 3"_s);
+        QCOMPARE(p.Banks[2].FileName, u"Bank01"_s);
+        QCOMPARE(p.Banks[2].Chans[1].Desc, u"Edit in 1"_s);
+        QCOMPARE(p.Banks[2].Chans[2].Desc, u"Chan #002"_s); // factory bank 1 moved whole
+        // Saved at closing and read again, each name still holds its channels.
+        Save_Profiles(d.ctx);
+        AppContext again(d.dir.path());
+        Load_Profiles(again);
+        for (int b = 1; b <= BankCount; ++b)
+            QCOMPARE(again.Profiles[0].Banks[b].Chans, p.Banks[b].Chans);
     }
 };
 

@@ -65,397 +65,382 @@ struct Fixture {
 class TstRRClient : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void descriptionFetchedCachedAndReread_data();
-    void descriptionFetchedCachedAndReread();
-    void cacheOfSizeIsAcceptedOrDropped_data();
-    void cacheOfSizeIsAcceptedOrDropped();
-    void requestEnvelopes_data();
-    void requestEnvelopes();
-    void storesFilled();
-    void failedQueriesEmptyTheirStore_data();
-    void failedQueriesEmptyTheirStore();
-    void connectionFailureNamesTheAddress_data();
-    void connectionFailureNamesTheAddress();
-    void secondRequestIsRefused();
-    void talkgroupsFillOnlyTheirCategory();
-    void requestsGoThroughTheProxy();
-    void passwordFallsBackToPrivateFile();
-    void treeKeysAndTags_data();
-    void treeKeysAndTags();
-    void descriptionWithEntitiesIsRefused();
-};
 
-void TstRRClient::descriptionFetchedCachedAndReread_data() {
-    QTest::addColumn<int>("version");
-    QTest::addColumn<int>("location");
-    QTest::addColumn<QString>("cacheFile");
-    QTest::addColumn<QByteArray>("target");
-    QTest::newRow("service v8") << 8 << 0 << "RR_Soap8.wsdl" << QByteArray("/soap2/?wsdl&v=8");
-    QTest::newRow("service latest")
-        << 999 << 0 << "RR_Soap999.wsdl" << QByteArray("/soap2/?wsdl&v=latest");
-    QTest::newRow("local classic") << 1 << 1 << "Local1.wsdl" << QByteArray("/soap2/?wsdl");
-}
-
-void TstRRClient::descriptionFetchedCachedAndReread() {
-    QFETCH(int, version);
-    QFETCH(int, location);
-    QFETCH(QString, cacheFile);
-    QFETCH(QByteArray, target);
-    Fixture f(false);
-    f.ctx.settings.DBaseVersion = qint16(version);
-    f.ctx.settings.DBaseIndex = qint16(location);
-    QVERIFY(f.rr.InitSoap());
-    QCOMPARE(f.stub.requests().size(), 1);
-    QCOMPARE(f.stub.requests()[0].target, target);
-    QCOMPARE(f.rr.WsdlFile, f.dir.filePath(cacheFile));
-    QVERIFY(QFileInfo(f.rr.WsdlFile).size() > 48000);
-    QCOMPARE(f.rr.Wsdl.Operations.size(), 30);
-    QCOMPARE(f.rr.Wsdl.BindingOps.size(), 30);
-    QCOMPARE(f.rr.Wsdl.Location, QStringLiteral("https://api.radioreference.com/soap2/index.php"));
-
-    // A second client reads the cache and fetches nothing.
-    AppContext other(f.dir.path());
-    other.settings = f.ctx.settings;
-    RRClient& again = other.component<RRClient>();
-    QVERIFY(again.InitSoap());
-    QCOMPARE(f.stub.requests().size(), 1);
-    QCOMPARE(again.Wsdl.Messages.size(), f.rr.Wsdl.Messages.size());
-    QVERIFY(again.Get_CommandInfo(RRCommands::getSubcatFreqs));
-    QCOMPARE(again.CurrCmnd.InMsg, QStringLiteral("tns:getSubcatFreqsRequest"));
-    QCOMPARE(again.CurrCmnd.InPartCnt(), 2);
-    QCOMPARE(again.CurrCmnd.BindingOp.soapAction,
-             QStringLiteral("http://api.radioreference.com/soap2#getSubcatFreqs"));
-    QCOMPARE(again.Wsdl.Types.at(again.Wsdl.Types.size() - 1).arrayType,
-             QStringLiteral("tns:Feed[]"));
-    // No operation for 24 or beyond 30: nothing is sent.
-    QVERIFY(!again.Get_CommandInfo(24));
-    QVERIFY(!again.Get_CommandInfo(31));
-}
-
-void TstRRClient::cacheOfSizeIsAcceptedOrDropped_data() {
-    QTest::addColumn<int>("size");
-    QTest::newRow("48000 dropped") << 48000;
-    QTest::newRow("48001 kept") << 48001;
-}
-
-void TstRRClient::cacheOfSizeIsAcceptedOrDropped() {
-    QFETCH(int, size);
-    Fixture f(false);
-    const QString cache = f.dir.filePath(QStringLiteral("RR_Soap8.wsdl"));
-    QByteArray text = data(QStringLiteral("rr_soap2.wsdl")).left(size);
-    writeFile(cache, text);
-    const bool kept = size > 48000;
-    QCOMPARE(f.rr.InitSoap(), kept);
-    QCOMPARE(QFile::exists(cache), kept);
-    QCOMPARE(f.prompts.messages().size(), kept ? 0 : 1);
-    QVERIFY(f.stub.requests().isEmpty());
-}
-
-void TstRRClient::requestEnvelopes_data() {
-    QTest::addColumn<QString>("op");
-    QTest::addColumn<int>("version");
-    QTest::addColumn<QString>("appKeySetting");
-    QTest::newRow("getTag") << "getTag" << 8 << "";
-    QTest::newRow("getCountryList") << "getCountryList" << 8 << "";
-    QTest::newRow("searchCountyFreq, latest, own key") << "searchCountyFreq" << 999 << "12345678";
-}
-
-void TstRRClient::requestEnvelopes() {
-    QFETCH(QString, op);
-    QFETCH(int, version);
-    QFETCH(QString, appKeySetting);
-    Fixture f;
-    f.ctx.settings.AppKey = appKeySetting;
-    f.ctx.settings.DBaseVersion = qint16(version);
-    writeFile(f.dir.filePath(QStringLiteral("RR_Soap%1.wsdl").arg(version)),
-              data(QStringLiteral("rr_soap2.wsdl")));
-    QVERIFY(f.rr.InitSoap());
-    if (op == u"getTag")
-        f.rr.getTag(0);
-    else if (op == u"getCountryList")
-        f.rr.getCountryList();
-    else
-        f.rr.searchCountyFreq(12, 154.815, QStringLiteral("118.8"));
-    QCOMPARE(f.stub.requests().size(), 1);
-    const HttpRequest& r = f.stub.requests()[0];
-    QCOMPARE(r.target, QByteArray("/soap2/index.php"));
-    QCOMPARE(r.headers.value("soapaction"),
-             "\"http://api.radioreference.com/soap2#" + op.toLatin1() + '"');
-    const QString golden = QStringLiteral("webservice/request-%1.xml").arg(op);
-    if (qEnvironmentVariableIsSet("KESTREL_REGENERATE_GOLDEN"))
-        writeFile(dataPath(golden), r.body);
-    QCOMPARE(r.body, readFile(dataPath(golden)));
-}
-
-void TstRRClient::storesFilled() {
-    Fixture f;
-    QVERIFY(f.rr.InitSoap());
-    QVERIFY(f.rr.getTag(0));
-    QCOMPARE(f.rr.Tags.size(), 2);
-    QCOMPARE(f.rr.LastEnvelope.contains(u"Fire Dispatch"), true);
-
-    QVERIFY(f.rr.getSubcatFreqs(50));
-    const QList<TypFreq>& fr = f.rr.SubcatFreqs;
-    QCOMPARE(fr.size(), 3);
-    QCOMPARE(fr[0].tags.size(), 2);
-    QCOMPARE(fr[0].tags[0].tagDescr, QStringLiteral("Fire Dispatch"));
-    QCOMPARE(fr[0].tags[1].tagDescr, QStringLiteral("Unknown Tag:99"));
-    QCOMPARE(fr[0].class_, QStringLiteral("B"));
-    QCOMPARE(FreqToHertz(fr[0].out), 154815000.0); // megahertz text
-    QCOMPARE(FreqToHertz(fr[1].out), 453250000.0); // hertz
-    QCOMPARE(FreqToHertz(fr[2].out), 46100000.0);
-    QVERIFY(fr[1].tags.isEmpty());  // nil
-    QVERIFY(fr[2].descr.isEmpty()); // absent
-
-    f.rr.CountyInfo.agencyList = {TypAgencySummary{4, QStringLiteral("kept"), 1}};
-    QVERIFY(f.rr.getCountyInfo(12));
-    const TypCountyInfo& c = f.rr.CountyInfo;
-    QCOMPARE(c.countyName, QStringLiteral("Harbor"));
-    QCOMPARE(c.lon, -70.25);
-    QCOMPARE(c.cats.size(), 2);
-    QCOMPARE(c.cats[0].subcats.size(), 2);
-    QCOMPARE(c.cats[0].subcats[1].scName, QStringLiteral("Fireground"));
-    QVERIFY(c.cats[1].subcats.isEmpty());
-    QCOMPARE(c.agencyList.size(), 1); // absent from the reply: kept
-
-    QVERIFY(f.rr.getTrsSites(77));
-    const TypSite& site = f.rr.TrsSites.at(0);
-    QCOMPARE(site.rebanded, qint16(1));
-    QCOMPARE(site.siteLicenses, QStringList{QStringLiteral("WQX999")});
-    QCOMPARE(site.siteFreqs.size(), 2);
-    QCOMPARE(FreqToHertz(site.siteFreqs[0].freq), 851012500.0);
-    QCOMPARE(FreqToHertz(site.siteFreqs[1].freq), 852037500.0);
-    QCOMPARE(f.ctx.errors.reportCount(), 0);
-}
-
-void TstRRClient::failedQueriesEmptyTheirStore_data() {
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QString>("label"); // empty: no report
-    const QByteArray fault = data(QStringLiteral("fault-auth.xml"));
-    QTest::newRow("nil") << 200 << reply("getTagResponse", "<return xsi:nil=\"true\"/>") << 0 << "";
-    QTest::newRow("empty array")
-        << 200
-        << reply("getTagResponse",
-                 "<return xsi:type=\"SOAP-ENC:Array\" SOAP-ENC:arrayType=\"tns:Tag[0]\"/>")
-        << 0 << "";
-    QTest::newRow("fault") << 500 << fault << 0 << "fault";
-    QTest::newRow("other element") << 200 << reply("getModeResponse", "<return/>") << 0
-                                   << "ReportRtn-getModeResponse - getTag";
-    QTest::newRow("html page") << 502 << QByteArray("<html><body>Bad Gateway</body></html>") << 0
-                               << "RRSoap - getTag";
-    QTest::newRow("cut short") << 200 << data(QStringLiteral("getTag.xml")) << 2
-                               << "RRSoap - getTag";
-    QTest::newRow("never answers") << 200 << QByteArray() << 1 << "RRSoap - getTag";
-    QTest::newRow("17 MB") << 200 << QByteArray(17 * 1024 * 1024, ' ') << 0 << "RRSoap - getTag";
-}
-
-void TstRRClient::failedQueriesEmptyTheirStore() {
-    QFETCH(int, status);
-    QFETCH(QByteArray, body);
-    QFETCH(int, mode);
-    QFETCH(QString, label);
-    Fixture f;
-    QVERIFY(f.rr.InitSoap());
-    f.rr.setTimeScale(0.005); // 60 s become 0.3 s
-    f.stub.setHandler([&](const HttpRequest&) {
-        return HttpAnswer{status, body, "text/xml", HttpAnswer::Mode(mode)};
-    });
-    f.rr.Tags = {TypTag{1, QStringLiteral("old")}};
-    QVERIFY(!f.rr.getTag(0));
-    QVERIFY(f.rr.Tags.isEmpty());
-    QCOMPARE(f.ctx.errors.reportCount(), label.isEmpty() ? 0 : 1);
-    if (label == u"fault") {
-        const QString crlf = QStringLiteral("\r\n");
-        label = QStringLiteral("ModSoap -> SetHTTP - getTag") + crlf + crlf +
-                QStringLiteral("FaultCode  : AUTH") + crlf + QStringLiteral("FaultActor : ") +
-                crlf + QStringLiteral("FaultString: Invalid user name or password (Jos\u00e9)") +
-                crlf + QStringLiteral("FaultDetail: ") + crlf + crlf + QStringLiteral("SOAP: ") +
-                QString(f.rr.LastEnvelope).replace(u'\n', crlf);
-        QVERIFY(f.rr.LastEnvelope.contains(u"Fault"));
+    void descriptionFetchedCachedAndReread_data() {
+        QTest::addColumn<int>("version");
+        QTest::addColumn<int>("location");
+        QTest::addColumn<QString>("cacheFile");
+        QTest::addColumn<QByteArray>("target");
+        QTest::newRow("service v8") << 8 << 0 << "RR_Soap8.wsdl" << QByteArray("/soap2/?wsdl&v=8");
+        QTest::newRow("service latest")
+            << 999 << 0 << "RR_Soap999.wsdl" << QByteArray("/soap2/?wsdl&v=latest");
+        QTest::newRow("local classic") << 1 << 1 << "Local1.wsdl" << QByteArray("/soap2/?wsdl");
     }
-    if (!label.isEmpty())
-        QCOMPARE(f.ctx.errors.currentLabel(), label);
-    if (mode == int(HttpAnswer::Mode::Silent))
-        QVERIFY(f.log().contains(f.stub.base() + QStringLiteral("index.php")));
-}
 
-void TstRRClient::connectionFailureNamesTheAddress_data() {
-    QTest::addColumn<bool>("tls");
-    QTest::newRow("connection refused") << false;
-    QTest::newRow("TLS handshake fails") << true;
-}
+    void descriptionFetchedCachedAndReread() {
+        QFETCH(int, version);
+        QFETCH(int, location);
+        QFETCH(QString, cacheFile);
+        QFETCH(QByteArray, target);
+        Fixture f(false);
+        f.ctx.settings.DBaseVersion = qint16(version);
+        f.ctx.settings.DBaseIndex = qint16(location);
+        QVERIFY(f.rr.InitSoap());
+        QCOMPARE(f.stub.requests().size(), 1);
+        QCOMPARE(f.stub.requests()[0].target, target);
+        QCOMPARE(f.rr.WsdlFile, f.dir.filePath(cacheFile));
+        QVERIFY(QFileInfo(f.rr.WsdlFile).size() > 48000);
+        QCOMPARE(f.rr.Wsdl.Operations.size(), 30);
+        QCOMPARE(f.rr.Wsdl.BindingOps.size(), 30);
+        QCOMPARE(f.rr.Wsdl.Location,
+                 QStringLiteral("https://api.radioreference.com/soap2/index.php"));
 
-void TstRRClient::connectionFailureNamesTheAddress() {
-    QFETCH(bool, tls);
-    Fixture f;
-    QVERIFY(f.rr.InitSoap());
-    // Refused: a port just closed. TLS: a server that answers the handshake with plain text.
-    QTcpServer server;
-    QVERIFY(server.listen(QHostAddress::LocalHost, 0));
-    const QString base = QStringLiteral("%1://127.0.0.1:%2/soap2/")
-                             .arg(tls ? QStringLiteral("https") : QStringLiteral("http"))
-                             .arg(server.serverPort());
-    if (tls)
-        connect(&server, &QTcpServer::newConnection, &server, [&] {
-            QTcpSocket* s = server.nextPendingConnection();
-            s->write("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n");
-            s->disconnectFromHost();
+        // A second client reads the cache and fetches nothing.
+        AppContext other(f.dir.path());
+        other.settings = f.ctx.settings;
+        RRClient& again = other.component<RRClient>();
+        QVERIFY(again.InitSoap());
+        QCOMPARE(f.stub.requests().size(), 1);
+        QCOMPARE(again.Wsdl.Messages.size(), f.rr.Wsdl.Messages.size());
+        QVERIFY(again.Get_CommandInfo(RRCommands::getSubcatFreqs));
+        QCOMPARE(again.CurrCmnd.InMsg, QStringLiteral("tns:getSubcatFreqsRequest"));
+        QCOMPARE(again.CurrCmnd.InPartCnt(), 2);
+        QCOMPARE(again.CurrCmnd.BindingOp.soapAction,
+                 QStringLiteral("http://api.radioreference.com/soap2#getSubcatFreqs"));
+        QCOMPARE(again.Wsdl.Types.at(again.Wsdl.Types.size() - 1).arrayType,
+                 QStringLiteral("tns:Feed[]"));
+        // No operation for 24 or beyond 30: nothing is sent.
+        QVERIFY(!again.Get_CommandInfo(24));
+        QVERIFY(!again.Get_CommandInfo(31));
+    }
+
+    void cacheOfSizeIsAcceptedOrDropped_data() {
+        QTest::addColumn<int>("size");
+        QTest::newRow("48000 dropped") << 48000;
+        QTest::newRow("48001 kept") << 48001;
+    }
+
+    void cacheOfSizeIsAcceptedOrDropped() {
+        QFETCH(int, size);
+        Fixture f(false);
+        const QString cache = f.dir.filePath(QStringLiteral("RR_Soap8.wsdl"));
+        QByteArray text = data(QStringLiteral("rr_soap2.wsdl")).left(size);
+        writeFile(cache, text);
+        const bool kept = size > 48000;
+        QCOMPARE(f.rr.InitSoap(), kept);
+        QCOMPARE(QFile::exists(cache), kept);
+        QCOMPARE(f.prompts.messages().size(), kept ? 0 : 1);
+        QVERIFY(f.stub.requests().isEmpty());
+    }
+
+    void requestEnvelopes_data() {
+        QTest::addColumn<QString>("op");
+        QTest::addColumn<int>("version");
+        QTest::addColumn<QString>("appKeySetting");
+        QTest::newRow("getTag") << "getTag" << 8 << "";
+        QTest::newRow("getCountryList") << "getCountryList" << 8 << "";
+        QTest::newRow("searchCountyFreq, latest, own key")
+            << "searchCountyFreq" << 999 << "12345678";
+    }
+
+    void requestEnvelopes() {
+        QFETCH(QString, op);
+        QFETCH(int, version);
+        QFETCH(QString, appKeySetting);
+        Fixture f;
+        f.ctx.settings.AppKey = appKeySetting;
+        f.ctx.settings.DBaseVersion = qint16(version);
+        writeFile(f.dir.filePath(QStringLiteral("RR_Soap%1.wsdl").arg(version)),
+                  data(QStringLiteral("rr_soap2.wsdl")));
+        QVERIFY(f.rr.InitSoap());
+        if (op == u"getTag")
+            f.rr.getTag(0);
+        else if (op == u"getCountryList")
+            f.rr.getCountryList();
+        else
+            f.rr.searchCountyFreq(12, 154.815, QStringLiteral("118.8"));
+        QCOMPARE(f.stub.requests().size(), 1);
+        const HttpRequest& r = f.stub.requests()[0];
+        QCOMPARE(r.target, QByteArray("/soap2/index.php"));
+        QCOMPARE(r.headers.value("soapaction"),
+                 "\"http://api.radioreference.com/soap2#" + op.toLatin1() + '"');
+        const QString golden = QStringLiteral("webservice/request-%1.xml").arg(op);
+        if (qEnvironmentVariableIsSet("KESTREL_REGENERATE_GOLDEN"))
+            writeFile(dataPath(golden), r.body);
+        QCOMPARE(r.body, readFile(dataPath(golden)));
+    }
+
+    void storesFilled() {
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        QVERIFY(f.rr.getTag(0));
+        QCOMPARE(f.rr.Tags.size(), 2);
+        QCOMPARE(f.rr.LastEnvelope.contains(u"Fire Dispatch"), true);
+
+        QVERIFY(f.rr.getSubcatFreqs(50));
+        const QList<TypFreq>& fr = f.rr.SubcatFreqs;
+        QCOMPARE(fr.size(), 3);
+        QCOMPARE(fr[0].tags.size(), 2);
+        QCOMPARE(fr[0].tags[0].tagDescr, QStringLiteral("Fire Dispatch"));
+        QCOMPARE(fr[0].tags[1].tagDescr, QStringLiteral("Unknown Tag:99"));
+        QCOMPARE(fr[0].class_, QStringLiteral("B"));
+        QCOMPARE(FreqToHertz(fr[0].out), 154815000.0); // megahertz text
+        QCOMPARE(FreqToHertz(fr[1].out), 453250000.0); // hertz
+        QCOMPARE(FreqToHertz(fr[2].out), 46100000.0);
+        QVERIFY(fr[1].tags.isEmpty());  // nil
+        QVERIFY(fr[2].descr.isEmpty()); // absent
+
+        f.rr.CountyInfo.agencyList = {TypAgencySummary{4, QStringLiteral("kept"), 1}};
+        QVERIFY(f.rr.getCountyInfo(12));
+        const TypCountyInfo& c = f.rr.CountyInfo;
+        QCOMPARE(c.countyName, QStringLiteral("Harbor"));
+        QCOMPARE(c.lon, -70.25);
+        QCOMPARE(c.cats.size(), 2);
+        QCOMPARE(c.cats[0].subcats.size(), 2);
+        QCOMPARE(c.cats[0].subcats[1].scName, QStringLiteral("Fireground"));
+        QVERIFY(c.cats[1].subcats.isEmpty());
+        QCOMPARE(c.agencyList.size(), 1); // absent from the reply: kept
+
+        QVERIFY(f.rr.getTrsSites(77));
+        const TypSite& site = f.rr.TrsSites.at(0);
+        QCOMPARE(site.rebanded, qint16(1));
+        QCOMPARE(site.siteLicenses, QStringList{QStringLiteral("WQX999")});
+        QCOMPARE(site.siteFreqs.size(), 2);
+        QCOMPARE(FreqToHertz(site.siteFreqs[0].freq), 851012500.0);
+        QCOMPARE(FreqToHertz(site.siteFreqs[1].freq), 852037500.0);
+        QCOMPARE(f.ctx.errors.reportCount(), 0);
+    }
+
+    void failedQueriesEmptyTheirStore_data() {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("label"); // empty: no report
+        const QByteArray fault = data(QStringLiteral("fault-auth.xml"));
+        QTest::newRow("nil") << 200 << reply("getTagResponse", "<return xsi:nil=\"true\"/>") << 0
+                             << "";
+        QTest::newRow("empty array")
+            << 200
+            << reply("getTagResponse",
+                     "<return xsi:type=\"SOAP-ENC:Array\" SOAP-ENC:arrayType=\"tns:Tag[0]\"/>")
+            << 0 << "";
+        QTest::newRow("fault") << 500 << fault << 0 << "fault";
+        QTest::newRow("other element") << 200 << reply("getModeResponse", "<return/>") << 0
+                                       << "ReportRtn-getModeResponse - getTag";
+        QTest::newRow("html page")
+            << 502 << QByteArray("<html><body>Bad Gateway</body></html>") << 0 << "RRSoap - getTag";
+        QTest::newRow("cut short")
+            << 200 << data(QStringLiteral("getTag.xml")) << 2 << "RRSoap - getTag";
+        QTest::newRow("never answers") << 200 << QByteArray() << 1 << "RRSoap - getTag";
+        QTest::newRow("17 MB") << 200 << QByteArray(17 * 1024 * 1024, ' ') << 0
+                               << "RRSoap - getTag";
+    }
+
+    void failedQueriesEmptyTheirStore() {
+        QFETCH(int, status);
+        QFETCH(QByteArray, body);
+        QFETCH(int, mode);
+        QFETCH(QString, label);
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        f.rr.setTimeScale(0.005); // 60 s become 0.3 s
+        f.stub.setHandler([&](const HttpRequest&) {
+            return HttpAnswer{status, body, "text/xml", HttpAnswer::Mode(mode)};
         });
-    else
-        server.close();
-    f.rr.setBaseUrlOverride(base);
-    QVERIFY(!f.rr.getTag(0));
-    QCOMPARE(f.ctx.errors.reportCount(), 1);
-    QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("RRSoap - getTag"));
-    QVERIFY(f.log().contains(base + QStringLiteral("index.php")));
-    QVERIFY(f.rr.LastEnvelope.contains(u"getTagRequest")); // the request, as sent
-}
-
-void TstRRClient::secondRequestIsRefused() {
-    Fixture f;
-    QVERIFY(f.rr.InitSoap());
-    bool nested = true;
-    f.stub.setHandler([&](const HttpRequest& r) {
-        nested = f.rr.getMode(1); // arrives while getTag waits for this very reply
-        return recorded(r);
-    });
-    QVERIFY(f.rr.getTag(0));
-    QVERIFY(!nested);
-    QCOMPARE(f.stub.requests().size(), 1);
-    QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("RRSoap - getMode"));
-    QCOMPARE(f.rr.Tags.size(), 2);
-}
-
-void TstRRClient::talkgroupsFillOnlyTheirCategory() {
-    Fixture f;
-    QVERIFY(f.rr.InitSoap());
-    QList<TypTalkgroup> groups(3);
-    groups[2].tgDescr = QStringLiteral("Fire Ops");
-    groups[2].tgLtr = true;
-    f.stub.setHandler([&](const HttpRequest&) {
-        return HttpAnswer{200,
-                          soap::WriteEnvelope({QStringLiteral("getTrsTalkgroupsResponse"),
-                                               QStringLiteral("urn:x"),
-                                               {WriteRecordList(groups, QStringLiteral("return"))},
-                                               false,
-                                               {}})};
-    });
-    f.rr.TgCats.resize(2);
-    f.rr.TgCats[0].Talkgroups = {TypTalkgroup{}};
-    QVERIFY(f.rr.getTrsTalkgroups(1, 77, 0, 0, 0));
-    QCOMPARE(f.rr.TgCats[0].TalkgroupCnt(), 1);
-    QCOMPARE(f.rr.TgCats[1].TalkgroupCnt(), 3);
-    QVERIFY(f.rr.TgCats[1].Talkgroups[2].tgLtr);
-    QVERIFY(!f.rr.getTrsTalkgroups(2, 77, 0, 0, 0));
-    QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("RRSoap - getTrsTalkgroups"));
-}
-
-void TstRRClient::requestsGoThroughTheProxy() {
-    QTemporaryDir dir;
-    QTcpServer probe;
-    QVERIFY(probe.listen(QHostAddress::LocalHost, 0));
-    const quint16 port = probe.serverPort();
-    probe.close();
-    const QString conf = dir.filePath(QStringLiteral("tinyproxy.conf"));
-    QByteArray text = "Port " + QByteArray::number(port) +
-                      "\nListen 127.0.0.1\nAllow 127.0.0.1\nTimeout 30\nMaxClients 4\n"
-                      "LogLevel Info\nDisableViaHeader No\n";
-    if (getuid() == 0)
-        text += "User nobody\nGroup nogroup\n";
-    writeFile(conf, text);
-    QProcess proxy;
-    proxy.start(QStringLiteral("tinyproxy"), {QStringLiteral("-d"), QStringLiteral("-c"), conf});
-    QVERIFY2(proxy.waitForStarted(), "tinyproxy (tools/bootstrap installs it)");
-    const auto stop = qScopeGuard([&] {
-        proxy.terminate();
-        proxy.waitForFinished(3000);
-    });
-    QTcpSocket ready;
-    for (int i = 0; i < 50; ++i) {
-        ready.connectToHost(QHostAddress::LocalHost, port);
-        if (ready.waitForConnected(100))
-            break;
-        QTest::qWait(100);
+        f.rr.Tags = {TypTag{1, QStringLiteral("old")}};
+        QVERIFY(!f.rr.getTag(0));
+        QVERIFY(f.rr.Tags.isEmpty());
+        QCOMPARE(f.ctx.errors.reportCount(), label.isEmpty() ? 0 : 1);
+        if (label == u"fault") {
+            const QString crlf = QStringLiteral("\r\n");
+            label = QStringLiteral("ModSoap -> SetHTTP - getTag") + crlf + crlf +
+                    QStringLiteral("FaultCode  : AUTH") + crlf + QStringLiteral("FaultActor : ") +
+                    crlf +
+                    QStringLiteral("FaultString: Invalid user name or password (Jos\u00e9)") +
+                    crlf + QStringLiteral("FaultDetail: ") + crlf + crlf +
+                    QStringLiteral("SOAP: ") + QString(f.rr.LastEnvelope).replace(u'\n', crlf);
+            QVERIFY(f.rr.LastEnvelope.contains(u"Fault"));
+        }
+        if (!label.isEmpty())
+            QCOMPARE(f.ctx.errors.currentLabel(), label);
+        if (mode == int(HttpAnswer::Mode::Silent))
+            QVERIFY(f.log().contains(f.stub.base() + QStringLiteral("index.php")));
     }
-    QCOMPARE(ready.state(), QAbstractSocket::ConnectedState);
-    ready.disconnectFromHost();
 
-    Fixture f;
-    f.ctx.settings.DBaseProxyUse = true;
-    f.ctx.settings.DBaseProxyAdr = QStringLiteral("127.0.0.1");
-    f.ctx.settings.DBaseProxyPrt = qint16(port);
-    QVERIFY(f.rr.InitSoap());
-    QVERIFY(f.rr.getTag(0));
-    QCOMPARE(f.rr.Tags.size(), 2);
-    QVERIFY(f.stub.requests().last().headers.value("via").contains("tinyproxy"));
-}
+    void connectionFailureNamesTheAddress_data() {
+        QTest::addColumn<bool>("tls");
+        QTest::newRow("connection refused") << false;
+        QTest::newRow("TLS handshake fails") << true;
+    }
 
-void TstRRClient::passwordFallsBackToPrivateFile() {
-    QTemporaryDir dir;
-    ScriptedPrompts prompts;
-    AppContext ctx(dir.path(), &prompts);
-    WebCredentials& login = ctx.component<WebCredentials>();
-    login.setSecretStoreEnabled(false);
-    login.remember(QStringLiteral("jo"), QStringLiteral("s3cret"));
-    login.remember(QStringLiteral("jo"), QStringLiteral("s3cret2"));
-    QCOMPARE(prompts.messages().size(), 1); // said once
-    QVERIFY(prompts.messages()[0].text.contains(u"unencrypted"));
-    QCOMPARE(LoadRegistryValues().WebWord, QStringLiteral("s3cret2"));
-    QCOMPARE(login.password(), QStringLiteral("s3cret2"));
-    const QFile::Permissions perms = QFile::permissions(RegistryFilePath());
-    QVERIFY(perms.testFlag(QFile::WriteOwner));
-    QCOMPARE(perms & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
-             QFile::Permissions{});
-    login.forget();
-    QVERIFY(LoadRegistryValues().WebWord.isEmpty());
-    QCOMPARE(LoadRegistryValues().WebName, QStringLiteral("jo"));
-}
+    void connectionFailureNamesTheAddress() {
+        QFETCH(bool, tls);
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        // Refused: a port just closed. TLS: a server that answers the handshake with plain text.
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost, 0));
+        const QString base = QStringLiteral("%1://127.0.0.1:%2/soap2/")
+                                 .arg(tls ? QStringLiteral("https") : QStringLiteral("http"))
+                                 .arg(server.serverPort());
+        if (tls)
+            connect(&server, &QTcpServer::newConnection, &server, [&] {
+                QTcpSocket* s = server.nextPendingConnection();
+                s->write("HTTP/1.1 400 Bad Request\r\nConnection: close\r\n\r\n");
+                s->disconnectFromHost();
+            });
+        else
+            server.close();
+        f.rr.setBaseUrlOverride(base);
+        QVERIFY(!f.rr.getTag(0));
+        QCOMPARE(f.ctx.errors.reportCount(), 1);
+        QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("RRSoap - getTag"));
+        QVERIFY(f.log().contains(base + QStringLiteral("index.php")));
+        QVERIFY(f.rr.LastEnvelope.contains(u"getTagRequest")); // the request, as sent
+    }
 
-void TstRRClient::treeKeysAndTags_data() {
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("numbers"); // c,s,d after starting from 7,7,7
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("centred");
-    QTest::newRow("full key, 11 chars") << "c3s12d4"
-                                        << "3,12,4"
-                                        << "ElevenChars"
-                                        << " ElevenChars";
-    QTest::newRow("no d, 9 chars") << "c3s12"
-                                   << "3,12,7"
-                                   << "NineChars"
-                                   << "  NineChars ";
-    QTest::newRow("only c, long") << "c15"
-                                  << "15,7,7"
-                                  << "Twelve chars"
-                                  << "Twelve chars";
-}
+    void secondRequestIsRefused() {
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        bool nested = true;
+        f.stub.setHandler([&](const HttpRequest& r) {
+            nested = f.rr.getMode(1); // arrives while getTag waits for this very reply
+            return recorded(r);
+        });
+        QVERIFY(f.rr.getTag(0));
+        QVERIFY(!nested);
+        QCOMPARE(f.stub.requests().size(), 1);
+        QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("RRSoap - getMode"));
+        QCOMPARE(f.rr.Tags.size(), 2);
+    }
 
-void TstRRClient::treeKeysAndTags() {
-    QFETCH(QString, key);
-    QFETCH(QString, numbers);
-    QFETCH(QString, text);
-    QFETCH(QString, centred);
-    qint16 c = 7, s = 7, d = 7;
-    BreakDownTV(key, c, s, d);
-    QCOMPARE(QStringLiteral("%1,%2,%3").arg(c).arg(s).arg(d), numbers);
-    QCOMPARE(CenterTag(text), centred);
-}
+    void talkgroupsFillOnlyTheirCategory() {
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        QList<TypTalkgroup> groups(3);
+        groups[2].tgDescr = QStringLiteral("Fire Ops");
+        groups[2].tgLtr = true;
+        f.stub.setHandler([&](const HttpRequest&) {
+            return HttpAnswer{
+                200, soap::WriteEnvelope({QStringLiteral("getTrsTalkgroupsResponse"),
+                                          QStringLiteral("urn:x"),
+                                          {WriteRecordList(groups, QStringLiteral("return"))},
+                                          false,
+                                          {}})};
+        });
+        f.rr.TgCats.resize(2);
+        f.rr.TgCats[0].Talkgroups = {TypTalkgroup{}};
+        QVERIFY(f.rr.getTrsTalkgroups(1, 77, 0, 0, 0));
+        QCOMPARE(f.rr.TgCats[0].TalkgroupCnt(), 1);
+        QCOMPARE(f.rr.TgCats[1].TalkgroupCnt(), 3);
+        QVERIFY(f.rr.TgCats[1].Talkgroups[2].tgLtr);
+        QVERIFY(!f.rr.getTrsTalkgroups(2, 77, 0, 0, 0));
+        QCOMPARE(f.ctx.errors.currentLabel(), QStringLiteral("RRSoap - getTrsTalkgroups"));
+    }
 
-void TstRRClient::descriptionWithEntitiesIsRefused() {
-    Fixture f;
-    QByteArray bomb = "<?xml version=\"1.0\"?><!DOCTYPE definitions [<!ENTITY a \"aaaaaaaaaa\">";
-    for (char e = 'b'; e <= 'k'; ++e)
-        bomb += QByteArray("<!ENTITY ") + e + " \"" + QByteArray("&") + char(e - 1) + ";" +
-                QByteArray("&") + char(e - 1) + ";&" + char(e - 1) + ";&" + char(e - 1) + ";\">";
-    bomb += "]><definitions><message name=\"&k;\"/></definitions>" + QByteArray(48001, ' ');
-    writeFile(f.dir.filePath(QStringLiteral("RR_Soap8.wsdl")), bomb);
-    QVERIFY(f.rr.InitSoap());
-    QVERIFY(f.rr.Wsdl.Messages.isEmpty());
-    QVERIFY(!f.rr.getTag(0));
-    QVERIFY(f.stub.requests().isEmpty());
-}
+    void requestsGoThroughTheProxy() {
+        QTemporaryDir dir;
+        QTcpServer probe;
+        QVERIFY(probe.listen(QHostAddress::LocalHost, 0));
+        const quint16 port = probe.serverPort();
+        probe.close();
+        const QString conf = dir.filePath(QStringLiteral("tinyproxy.conf"));
+        QByteArray text = "Port " + QByteArray::number(port) +
+                          "\nListen 127.0.0.1\nAllow 127.0.0.1\nTimeout 30\nMaxClients 4\n"
+                          "LogLevel Info\nDisableViaHeader No\n";
+        if (getuid() == 0)
+            text += "User nobody\nGroup nogroup\n";
+        writeFile(conf, text);
+        QProcess proxy;
+        proxy.start(QStringLiteral("tinyproxy"),
+                    {QStringLiteral("-d"), QStringLiteral("-c"), conf});
+        QVERIFY2(proxy.waitForStarted(), "tinyproxy (tools/bootstrap installs it)");
+        const auto stop = qScopeGuard([&] {
+            proxy.terminate();
+            proxy.waitForFinished(3000);
+        });
+        QTcpSocket ready;
+        for (int i = 0; i < 50; ++i) {
+            ready.connectToHost(QHostAddress::LocalHost, port);
+            if (ready.waitForConnected(100))
+                break;
+            QTest::qWait(100);
+        }
+        QCOMPARE(ready.state(), QAbstractSocket::ConnectedState);
+        ready.disconnectFromHost();
+
+        Fixture f;
+        f.ctx.settings.DBaseProxyUse = true;
+        f.ctx.settings.DBaseProxyAdr = QStringLiteral("127.0.0.1");
+        f.ctx.settings.DBaseProxyPrt = qint16(port);
+        QVERIFY(f.rr.InitSoap());
+        QVERIFY(f.rr.getTag(0));
+        QCOMPARE(f.rr.Tags.size(), 2);
+        QVERIFY(f.stub.requests().last().headers.value("via").contains("tinyproxy"));
+    }
+
+    void passwordFallsBackToPrivateFile() {
+        QTemporaryDir dir;
+        ScriptedPrompts prompts;
+        AppContext ctx(dir.path(), &prompts);
+        WebCredentials& login = ctx.component<WebCredentials>();
+        login.setSecretStoreEnabled(false);
+        login.remember(QStringLiteral("jo"), QStringLiteral("s3cret"));
+        login.remember(QStringLiteral("jo"), QStringLiteral("s3cret2"));
+        QCOMPARE(prompts.messages().size(), 1); // said once
+        QVERIFY(prompts.messages()[0].text.contains(u"unencrypted"));
+        QCOMPARE(LoadRegistryValues().WebWord, QStringLiteral("s3cret2"));
+        QCOMPARE(login.password(), QStringLiteral("s3cret2"));
+        const QFile::Permissions perms = QFile::permissions(RegistryFilePath());
+        QVERIFY(perms.testFlag(QFile::WriteOwner));
+        QCOMPARE(perms &
+                     (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+                 QFile::Permissions{});
+        login.forget();
+        QVERIFY(LoadRegistryValues().WebWord.isEmpty());
+        QCOMPARE(LoadRegistryValues().WebName, QStringLiteral("jo"));
+    }
+
+    void treeKeysAndTags_data() {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("numbers"); // c,s,d after starting from 7,7,7
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("centred");
+        for (const auto& [tag, key, numbers, text, centred] :
+             {std::array<const char*, 5>{"full key, 11 chars", "c3s12d4", "3,12,4", "ElevenChars",
+                                         " ElevenChars"},
+              {"no d, 9 chars", "c3s12", "3,12,7", "NineChars", "  NineChars "},
+              {"only c, long", "c15", "15,7,7", "Twelve chars", "Twelve chars"}})
+            QTest::newRow(tag) << key << numbers << text << centred;
+    }
+
+    void treeKeysAndTags() {
+        QFETCH(QString, key);
+        QFETCH(QString, numbers);
+        QFETCH(QString, text);
+        QFETCH(QString, centred);
+        qint16 c = 7, s = 7, d = 7;
+        BreakDownTV(key, c, s, d);
+        QCOMPARE(QStringLiteral("%1,%2,%3").arg(c).arg(s).arg(d), numbers);
+        QCOMPARE(CenterTag(text), centred);
+    }
+
+    void descriptionWithEntitiesIsRefused() {
+        Fixture f;
+        QByteArray bomb =
+            "<?xml version=\"1.0\"?><!DOCTYPE definitions [<!ENTITY a \"aaaaaaaaaa\">";
+        for (char e = 'b'; e <= 'k'; ++e)
+            bomb += QByteArray("<!ENTITY ") + e + " \"" + QByteArray("&") + char(e - 1) + ";" +
+                    QByteArray("&") + char(e - 1) + ";&" + char(e - 1) + ";&" + char(e - 1) +
+                    ";\">";
+        bomb += "]><definitions><message name=\"&k;\"/></definitions>" + QByteArray(48001, ' ');
+        writeFile(f.dir.filePath(QStringLiteral("RR_Soap8.wsdl")), bomb);
+        QVERIFY(f.rr.InitSoap());
+        QVERIFY(f.rr.Wsdl.Messages.isEmpty());
+        QVERIFY(!f.rr.getTag(0));
+        QVERIFY(f.stub.requests().isEmpty());
+    }
+};
 
 QTEST_GUILESS_MAIN(TstRRClient)
 #include "tst_rrclient.moc"

@@ -72,285 +72,270 @@ QByteArray request(const QString& op, const QString& params, const QString& user
 
 class TstRRServer : public QObject {
     Q_OBJECT
+    RRLocalServer m_server;
+    QUrl m_base;
+    QNetworkAccessManager m_net;
+
 private Q_SLOTS:
     void initTestCase() {
         QVERIFY(m_server.listen() != 0);
         m_base = QUrl(m_server.baseUrl());
     }
-    void answersFromTheDemoData_data();
-    void answersFromTheDemoData();
-    void everyOperationAnswers();
-    void wrongLoginGetsTheAuthFault_data();
-    void wrongLoginGetsTheAuthFault();
-    void servesTheDescription_data();
-    void servesTheDescription();
-    void replyHookStandsInForTheAnswer();
-    void readsADataFolder();
-    void commandListensAndAnswers();
 
-private:
-    RRLocalServer m_server;
-    QUrl m_base;
-    QNetworkAccessManager m_net;
-};
+    // count: items of a list reply, 1 for a record reply, -1 for nil; field/value: of the first
+    // item.
+    void answersFromTheDemoData_data() {
+        QTest::addColumn<QString>("op");
+        QTest::addColumn<QString>("params");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("value");
+        const auto row = [](const char* tag, const char* op, const char* params, int count,
+                            const char* field = "", const char* value = "") {
+            QTest::newRow(tag) << op << params << count << field << value;
+        };
+        row("talkgroups", "getTrsTalkgroups", "sid=7001", 7, "tgId", "10001");
+        row("talkgroups of a category", "getTrsTalkgroups", "sid=7001;tgCid=9002", 2, "tgId",
+            "10005");
+        row("talkgroup by tag", "getTrsTalkgroups", "sid=7001;tgTag=7", 1, "tgDec", "4000");
+        row("system details", "getTrsDetails", "sid=7001", 1, "sName", "Demoland Regional Radio");
+        row("all tags", "getTag", "id=0", 8, "tagId", "1");
+        row("one tag", "getTag", "id=3", 1, "tagDescr", "Fire Dispatch");
+        row("one mode", "getMode", "mode=2", 1, "modeName", "FMN");
+        row("county", "getCountyInfo", "ctid=1001", 1, "countyHeader", "Ashford County");
+        row("county, none", "getCountyInfo", "ctid=5", -1);
+        row("agency", "getAgencyInfo", "aid=502", 1, "agencyName", "Ashford Fire District");
+        row("subcat freqs in MHz", "getSubcatFreqs", "scid=3001", 10, "out", "154.815");
+        row("county search", "searchCountyFreq", "ctid=1001;freq=154.815;tone=", 1, "scid", "3001");
+        row("county search in Hz", "searchCountyFreq", "ctid=1001;freq=154815000", 1, "ctid",
+            "1001");
+        row("county search by tone", "searchCountyFreq", "ctid=1001;freq=0;tone=107.2", 2, "out",
+            "453.25");
+        row("state search", "searchStateFreq", "stid=101;freq=154.665;tone=", 1, "aid", "501");
+        row("state search, agency in a county", "searchStateFreq", "stid=101;freq=153.89", 1, "aid",
+            "502");
+        row("metro search", "searchMetroFreq", "mid=601;freq=155.49;tone=", 1, "descr",
+            "Birchwood Police Dispatch");
+        row("metro search, none", "searchMetroFreq", "mid=601;freq=460.125", 0);
+        row("county by tag", "getCountyFreqsByTag", "ctid=1001;tag=1", 2, "fid", "40001");
+        row("county by tag, none", "getCountyFreqsByTag", "ctid=1001;tag=8", 0);
+        row("agency by tag", "getAgencyFreqsByTag", "aid=502;tag=3", 1, "mode", "");
+        row("metro areas", "getMetroArea", "mid=0", 1, "metroName", "Ashford-Birchwood");
+        row("zip code, none", "getZipcodeInfo", "zipcode=99999", -1);
+        row("service code", "fccGetRadioServiceCode", "code=pw", 1, "description",
+            "Public Safety Pool, Conventional");
+        row("nearby call signs", "fccGetProxCallsigns", "lat=44.52;lon=-70.11;range=5;unit=mi", 2,
+            "callsign", "KDL123");
+        row("nearby in km", "fccGetProxCallsigns", "lat=44.71;lon=-70.42;range=1;unit=km", 1,
+            "distance", "0");
+    }
 
-// count: items of a list reply, 1 for a record reply, -1 for nil; field/value: of the first item.
-void TstRRServer::answersFromTheDemoData_data() {
-    QTest::addColumn<QString>("op");
-    QTest::addColumn<QString>("params");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<QString>("value");
-    const auto row = [](const char* tag, const char* op, const char* params, int count,
-                        const char* field = "", const char* value = "") {
-        QTest::newRow(tag) << op << params << count << field << value;
-    };
-    row("talkgroups", "getTrsTalkgroups", "sid=7001", 7, "tgId", "10001");
-    row("talkgroups of a category", "getTrsTalkgroups", "sid=7001;tgCid=9002", 2, "tgId", "10005");
-    row("talkgroup by tag", "getTrsTalkgroups", "sid=7001;tgTag=7", 1, "tgDec", "4000");
-    row("system details", "getTrsDetails", "sid=7001", 1, "sName", "Demoland Regional Radio");
-    row("by sysid", "getTrsBySysid", "sysid=1a2b", 1, "sid", "7001");
-    row("by sysid, none", "getTrsBySysid", "sysid=FFFF", 0);
-    row("all tags", "getTag", "id=0", 8, "tagId", "1");
-    row("one tag", "getTag", "id=3", 1, "tagDescr", "Fire Dispatch");
-    row("one mode", "getMode", "mode=2", 1, "modeName", "FMN");
-    row("state", "getStateInfo", "stid=101", 1, "stateName", "North Province");
-    row("county", "getCountyInfo", "ctid=1001", 1, "countyHeader", "Ashford County");
-    row("county, none", "getCountyInfo", "ctid=5", -1);
-    row("agency", "getAgencyInfo", "aid=502", 1, "agencyName", "Ashford Fire District");
-    row("subcat freqs in MHz", "getSubcatFreqs", "scid=3001", 10, "out", "154.815");
-    row("county search", "searchCountyFreq", "ctid=1001;freq=154.815;tone=", 1, "scid", "3001");
-    row("county search in Hz", "searchCountyFreq", "ctid=1001;freq=154815000", 1, "ctid", "1001");
-    row("county search by tone", "searchCountyFreq", "ctid=1001;freq=0;tone=107.2", 2, "out",
-        "453.25");
-    row("county search, none", "searchCountyFreq", "ctid=1001;freq=999.5;tone=", 0);
-    row("state search", "searchStateFreq", "stid=101;freq=154.665;tone=", 1, "aid", "501");
-    row("state search, agency in a county", "searchStateFreq", "stid=101;freq=153.89", 1, "aid",
-        "502");
-    row("metro search", "searchMetroFreq", "mid=601;freq=155.49;tone=", 1, "descr",
-        "Birchwood Police Dispatch");
-    row("metro search, none", "searchMetroFreq", "mid=601;freq=460.125", 0);
-    row("county by tag", "getCountyFreqsByTag", "ctid=1001;tag=1", 2, "fid", "40001");
-    row("county by tag, none", "getCountyFreqsByTag", "ctid=1001;tag=8", 0);
-    row("agency by tag", "getAgencyFreqsByTag", "aid=502;tag=3", 1, "mode", "");
-    row("metro areas", "getMetroArea", "mid=0", 1, "metroName", "Ashford-Birchwood");
-    row("zip code", "getZipcodeInfo", "zipcode=12345", 1, "ctid", "1001");
-    row("zip code, none", "getZipcodeInfo", "zipcode=99999", -1);
-    row("call sign", "fccGetCallsign", "callsign=kdl123", 1, "licensee", "Ashford County");
-    row("service code", "fccGetRadioServiceCode", "code=pw", 1, "description",
-        "Public Safety Pool, Conventional");
-    row("nearby call signs", "fccGetProxCallsigns", "lat=44.52;lon=-70.11;range=5;unit=mi", 2,
-        "callsign", "KDL123");
-    row("nearby in km", "fccGetProxCallsigns", "lat=44.71;lon=-70.42;range=1;unit=km", 1,
-        "distance", "0");
-    row("nearby, none", "fccGetProxCallsigns", "lat=10;lon=10;range=50;unit=mi", 0);
-    row("feeds", "getUserFeedBroadcasts", "", 2, "feedId", "9101");
-}
-
-void TstRRServer::answersFromTheDemoData() {
-    QFETCH(QString, op);
-    QFETCH(QString, params);
-    QFETCH(int, count);
-    QFETCH(QString, field);
-    QFETCH(QString, value);
-    const QByteArray body = request(op, params);
-    const Http h = exchange(m_net, m_base.resolved(QUrl("index.php")), &body);
-    QCOMPARE(h.status, 200);
-    QVERIFY(!h.body.trimmed().contains('\n')); // one line
-    SoapMessage reply;
-    QVERIFY(ReadEnvelope(h.body, reply));
-    QCOMPARE(reply.method, op + QStringLiteral("Response"));
-    QCOMPARE(reply.params.size(), 1);
-    const SoapValue& result = reply.params.first();
-    QCOMPARE(result.isNil(), count < 0);
-    if (count < 0)
-        return;
-    const RROperation* operation = FindRROperation(op);
-    QCOMPARE(result.isArray(), operation->list);
-    QCOMPARE(operation->list ? int(result.children.size()) : 1, count);
-    if (field.isEmpty())
-        return;
-    const SoapValue& first = operation->list ? result.children.first() : result;
-    const SoapValue* v = first.child(QStringView(field));
-    QVERIFY(v);
-    QCOMPARE(v->text, value);
-}
-
-// All the operations the description names are answered, each with its own reply element.
-void TstRRServer::everyOperationAnswers() {
-    QCOMPARE(RROperations().size(), 28u);
-    for (const RROperation& op : RROperations()) {
-        const QString name = QString::fromLatin1(op.name);
-        const QByteArray body = request(name, {}, op.needsLogin ? "demo" : QString());
-        const Http h =
-            exchange(m_net, m_base, &body, QByteArray(kRRServiceNamespace) + '#' + op.name);
+    void answersFromTheDemoData() {
+        QFETCH(QString, op);
+        QFETCH(QString, params);
+        QFETCH(int, count);
+        QFETCH(QString, field);
+        QFETCH(QString, value);
+        const QByteArray body = request(op, params);
+        const Http h = exchange(m_net, m_base.resolved(QUrl("index.php")), &body);
+        QCOMPARE(h.status, 200);
+        QVERIFY(!h.body.trimmed().contains('\n')); // one line
         SoapMessage reply;
-        QVERIFY2(h.status == 200 && ReadEnvelope(h.body, reply), op.name);
-        QCOMPARE(reply.method, name + QStringLiteral("Response"));
+        QVERIFY(ReadEnvelope(h.body, reply));
+        QCOMPARE(reply.method, op + QStringLiteral("Response"));
+        QCOMPARE(reply.params.size(), 1);
+        const SoapValue& result = reply.params.first();
+        QCOMPARE(result.isNil(), count < 0);
+        if (count < 0)
+            return;
+        const RROperation* operation = FindRROperation(op);
+        QCOMPARE(result.isArray(), operation->list);
+        QCOMPARE(operation->list ? int(result.children.size()) : 1, count);
+        if (field.isEmpty())
+            return;
+        const SoapValue& first = operation->list ? result.children.first() : result;
+        const SoapValue* v = first.child(QStringView(field));
+        QVERIFY(v);
+        QCOMPARE(v->text, value);
     }
-}
 
-void TstRRServer::wrongLoginGetsTheAuthFault_data() {
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("password");
-    QTest::newRow("wrong password") << "demo"
-                                    << "Demo";
-    QTest::newRow("unknown user") << "nobody"
-                                  << "demo";
-    QTest::newRow("no login block") << QString() << QString();
-}
-
-void TstRRServer::wrongLoginGetsTheAuthFault() {
-    QFETCH(QString, user);
-    QFETCH(QString, password);
-    const QByteArray body = request("getTag", "id=0", user, password);
-    const Http h = exchange(m_net, m_base.resolved(QUrl("index.php")), &body);
-    QCOMPARE(h.status, 500);
-    QVERIFY(h.contentType.contains("ISO-8859-1"));
-    QVERIFY(h.body.startsWith("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>"));
-    SoapMessage reply;
-    QVERIFY(ReadEnvelope(h.body, reply));
-    QVERIFY(reply.isFault);
-    QCOMPARE(reply.fault.faultcode, QStringLiteral("AUTH"));
-}
-
-void TstRRServer::servesTheDescription_data() {
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("location");
-    QTest::addColumn<bool>("classic");
-    QTest::newRow("first generation") << "/soap/?wsdl"
-                                      << "/soap/" << true;
-    QTest::newRow("latest") << "/soap2/?wsdl&v=latest"
-                            << "/soap2/" << false;
-    QTest::newRow("numbered") << "/soap2/index.php?wsdl&v=5"
-                              << "/soap2/" << false;
-}
-
-// The description parses, is large enough to be cached, and every name a client looks up is in
-// it: operations in the port type and the binding, their messages, and every type referred to.
-void TstRRServer::servesTheDescription() {
-    QFETCH(QString, path);
-    QFETCH(QString, location);
-    QFETCH(bool, classic);
-    const QString root = QStringLiteral("http://127.0.0.1:%1").arg(m_server.port());
-    const Http h = exchange(m_net, QUrl(root + path), nullptr);
-    QCOMPARE(h.status, 200);
-    QVERIFY2(h.body.size() > 48000, QByteArray::number(h.body.size()));
-    QCOMPARE(h.body.contains("name=\"siteFeqs\""), classic);
-    QDomDocument doc;
-    QVERIFY(doc.setContent(h.body));
-    const QDomElement defs = doc.documentElement();
-    QCOMPARE(defs.attribute("targetNamespace"), QString::fromLatin1(kRRServiceNamespace));
-
-    QSet<QString> types, messages, portOps, bindOps, referenced;
-    QDomNodeList all = defs.elementsByTagName("xsd:complexType");
-    for (int i = 0; i < all.size(); ++i)
-        types << all.at(i).toElement().attribute("name");
-    for (const char* tag : {"xsd:element", "part"}) {
-        all = defs.elementsByTagName(tag);
-        for (int i = 0; i < all.size(); ++i)
-            referenced << all.at(i).toElement().attribute("type");
-    }
-    all = defs.elementsByTagName("xsd:attribute");
-    for (int i = 0; i < all.size(); ++i)
-        referenced << all.at(i).toElement().attribute("wsdl:arrayType").chopped(2);
-    for (const QString& type : referenced)
-        QVERIFY2(!type.startsWith("tns:") || types.contains(type.mid(4)), qPrintable(type));
-    for (QDomElement e = defs.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
-        if (e.tagName() == u"message")
-            messages << e.attribute("name") + "/" +
-                            QString::number(e.elementsByTagName("part").size());
-        for (QDomElement op = e.firstChildElement("operation"); !op.isNull();
-             op = op.nextSiblingElement("operation")) {
-            if (e.tagName() == u"portType")
-                portOps << op.attribute("name") + " " +
-                               op.firstChildElement("input").attribute("message");
-            else if (e.tagName() == u"binding")
-                bindOps << op.attribute("name") + " " +
-                               op.firstChildElement("soap:operation").attribute("soapAction");
+    // All the operations the description names are answered, each with its own reply element.
+    void everyOperationAnswers() {
+        QCOMPARE(RROperations().size(), 28u);
+        for (const RROperation& op : RROperations()) {
+            const QString name = QString::fromLatin1(op.name);
+            const QByteArray body = request(name, {}, op.needsLogin ? "demo" : QString());
+            const Http h =
+                exchange(m_net, m_base, &body, QByteArray(kRRServiceNamespace) + '#' + op.name);
+            SoapMessage reply;
+            QVERIFY2(h.status == 200 && ReadEnvelope(h.body, reply), op.name);
+            QCOMPARE(reply.method, name + QStringLiteral("Response"));
         }
     }
-    for (const RROperation& op : RROperations()) {
-        const QString name = QString::fromLatin1(op.name);
-        const int parts = int(op.params.size()) + (op.needsLogin ? 1 : 0);
-        QVERIFY2(messages.contains(name + "Request/" + QString::number(parts)), op.name);
-        QVERIFY2(messages.contains(name + "Response/1"), op.name);
-        QVERIFY2(portOps.contains(name + " tns:" + name + "Request"), op.name);
-        QVERIFY2(bindOps.contains(name + " " + kRRServiceNamespace + "#" + name), op.name);
+
+    void wrongLoginGetsTheAuthFault_data() {
+        QTest::addColumn<QString>("user");
+        QTest::addColumn<QString>("password");
+        QTest::newRow("wrong password") << "demo"
+                                        << "Demo";
+        QTest::newRow("unknown user") << "nobody"
+                                      << "demo";
+        QTest::newRow("no login block") << QString() << QString();
     }
-    QCOMPARE(defs.firstChildElement("service")
-                 .firstChildElement("port")
-                 .firstChildElement("soap:address")
-                 .attribute("location"),
-             root + location);
-}
 
-// The seam the client's failure tests use: a canned reply, or none at all until the server goes.
-void TstRRServer::replyHookStandsInForTheAnswer() {
-    auto server = std::make_unique<RRLocalServer>();
-    QVERIFY(server->listen() != 0);
-    const QByteArray latin1 = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><x>\xe9</x>";
-    bool hang = false;
-    server->setReplyHook([&](const QByteArray&) -> std::optional<RRLocalServer::Reply> {
-        return RRLocalServer::Reply{502, "text/xml; charset=ISO-8859-1", latin1, hang};
-    });
-    const QByteArray body = request("getTag", "id=1");
-    const Http h = exchange(m_net, QUrl(server->baseUrl()), &body);
-    QCOMPARE(h.status, 502);
-    QCOMPARE(h.body, latin1);
+    void wrongLoginGetsTheAuthFault() {
+        QFETCH(QString, user);
+        QFETCH(QString, password);
+        const QByteArray body = request("getTag", "id=0", user, password);
+        const Http h = exchange(m_net, m_base.resolved(QUrl("index.php")), &body);
+        QCOMPARE(h.status, 500);
+        QVERIFY(h.contentType.contains("ISO-8859-1"));
+        QVERIFY(h.body.startsWith("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>"));
+        SoapMessage reply;
+        QVERIFY(ReadEnvelope(h.body, reply));
+        QVERIFY(reply.isFault);
+        QCOMPARE(reply.fault.faultcode, QStringLiteral("AUTH"));
+    }
 
-    hang = true;
-    QNetworkRequest post(QUrl(server->baseUrl()));
-    post.setHeader(QNetworkRequest::ContentTypeHeader, "text/xml");
-    QNetworkReply* reply = m_net.post(post, body);
-    QTest::qWait(300);
-    QVERIFY(!reply->isFinished());
-    QCOMPARE(server->requestCount(), 2);
-    server.reset(); // the held reply goes with the server, which closes the connection
-    QTRY_VERIFY(reply->isFinished());
-    QVERIFY(reply->error() != QNetworkReply::NoError);
-    delete reply;
-}
+    void servesTheDescription_data() {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("location");
+        QTest::addColumn<bool>("classic");
+        QTest::newRow("first generation") << "/soap/?wsdl"
+                                          << "/soap/" << true;
+        QTest::newRow("latest") << "/soap2/?wsdl&v=latest"
+                                << "/soap2/" << false;
+        QTest::newRow("numbered") << "/soap2/index.php?wsdl&v=5"
+                                  << "/soap2/" << false;
+    }
 
-// A folder of JSON files is one data set; a file that is not JSON is refused with its name.
-void TstRRServer::readsADataFolder() {
-    QTemporaryDir dir;
-    test::writeFile(
-        dir.filePath("a.json"),
-        R"({"tags": [{"tagId": 4, "tagDescr": "Fire-Tac"}], "users": [{"username": "u", "password": "p"}]})");
-    test::writeFile(
-        dir.filePath("b.json"),
-        R"({"tags": [{"tagId": 9, "tagDescr": "Ham"}], "frequencies": [{"fid": 1, "scid": 2, "out": "146.52", "tags": [9]}]})");
-    RRDataSet set;
-    QString why;
-    QVERIFY2(set.load(dir.path(), &why), qPrintable(why));
-    QCOMPARE(set.tags.size(), 2);
-    QCOMPARE(set.freqs.first().freq.out, 146.52);
-    QCOMPARE(set.freqs.first().freq.tags.first().tagDescr, QStringLiteral("Ham"));
-    QVERIFY(set.user("u"));
-    test::writeFile(dir.filePath("c.json"), "{\"tags\": [");
-    QVERIFY(!RRDataSet().load(dir.path(), &why));
-    QVERIFY2(why.contains("c.json"), qPrintable(why));
-}
+    // The description parses, is large enough to be cached, and every name a client looks up is in
+    // it: operations in the port type and the binding, their messages, and every type referred to.
+    void servesTheDescription() {
+        QFETCH(QString, path);
+        QFETCH(QString, location);
+        QFETCH(bool, classic);
+        const QString root = QStringLiteral("http://127.0.0.1:%1").arg(m_server.port());
+        const Http h = exchange(m_net, QUrl(root + path), nullptr);
+        QCOMPARE(h.status, 200);
+        QVERIFY2(h.body.size() > 48000, QByteArray::number(h.body.size()));
+        QCOMPARE(h.body.contains("name=\"siteFeqs\""), classic);
+        QDomDocument doc;
+        QVERIFY(doc.setContent(h.body));
+        const QDomElement defs = doc.documentElement();
+        QCOMPARE(defs.attribute("targetNamespace"), QString::fromLatin1(kRRServiceNamespace));
 
-void TstRRServer::commandListensAndAnswers() {
-    QProcess proc;
-    proc.start(qEnvironmentVariable("KESTRELCTL"), {"rr-serve", "--listen", "127.0.0.1:0"});
-    QVERIFY(proc.waitForStarted());
-    QByteArray line;
-    for (int i = 0; i < 50 && !line.contains('\n'); ++i)
-        if (proc.waitForReadyRead(200))
-            line += proc.readAllStandardOutput();
-    const QRegularExpressionMatch m =
-        QRegularExpression("^Listening on (http://127\\.0\\.0\\.1:\\d+/soap2/)\n")
-            .match(QString::fromUtf8(line));
-    QVERIFY2(m.hasMatch(), line.constData());
-    const QByteArray body = request("getUserData", {});
-    const Http h = exchange(m_net, QUrl(m.captured(1) + "index.php"), &body);
-    QVERIFY(h.body.contains(">demo<"));
-    proc.terminate();
-    QVERIFY(proc.waitForFinished());
-}
+        QSet<QString> types, messages, portOps, bindOps, referenced;
+        QDomNodeList all = defs.elementsByTagName("xsd:complexType");
+        for (int i = 0; i < all.size(); ++i)
+            types << all.at(i).toElement().attribute("name");
+        for (const char* tag : {"xsd:element", "part"}) {
+            all = defs.elementsByTagName(tag);
+            for (int i = 0; i < all.size(); ++i)
+                referenced << all.at(i).toElement().attribute("type");
+        }
+        all = defs.elementsByTagName("xsd:attribute");
+        for (int i = 0; i < all.size(); ++i)
+            referenced << all.at(i).toElement().attribute("wsdl:arrayType").chopped(2);
+        for (const QString& type : referenced)
+            QVERIFY2(!type.startsWith("tns:") || types.contains(type.mid(4)), qPrintable(type));
+        for (QDomElement e = defs.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
+            if (e.tagName() == u"message")
+                messages << e.attribute("name") + "/" +
+                                QString::number(e.elementsByTagName("part").size());
+            for (QDomElement op = e.firstChildElement("operation"); !op.isNull();
+                 op = op.nextSiblingElement("operation")) {
+                if (e.tagName() == u"portType")
+                    portOps << op.attribute("name") + " " +
+                                   op.firstChildElement("input").attribute("message");
+                else if (e.tagName() == u"binding")
+                    bindOps << op.attribute("name") + " " +
+                                   op.firstChildElement("soap:operation").attribute("soapAction");
+            }
+        }
+        for (const RROperation& op : RROperations()) {
+            const QString name = QString::fromLatin1(op.name);
+            const int parts = int(op.params.size()) + (op.needsLogin ? 1 : 0);
+            QVERIFY2(messages.contains(name + "Request/" + QString::number(parts)), op.name);
+            QVERIFY2(messages.contains(name + "Response/1"), op.name);
+            QVERIFY2(portOps.contains(name + " tns:" + name + "Request"), op.name);
+            QVERIFY2(bindOps.contains(name + " " + kRRServiceNamespace + "#" + name), op.name);
+        }
+        QCOMPARE(defs.firstChildElement("service")
+                     .firstChildElement("port")
+                     .firstChildElement("soap:address")
+                     .attribute("location"),
+                 root + location);
+    }
+
+    // The seam the client's failure tests use: a canned reply, or none at all until the server
+    // goes.
+    void replyHookStandsInForTheAnswer() {
+        auto server = std::make_unique<RRLocalServer>();
+        QVERIFY(server->listen() != 0);
+        const QByteArray latin1 = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><x>\xe9</x>";
+        bool hang = false;
+        server->setReplyHook([&](const QByteArray&) -> std::optional<RRLocalServer::Reply> {
+            return RRLocalServer::Reply{502, "text/xml; charset=ISO-8859-1", latin1, hang};
+        });
+        const QByteArray body = request("getTag", "id=1");
+        const Http h = exchange(m_net, QUrl(server->baseUrl()), &body);
+        QCOMPARE(h.status, 502);
+        QCOMPARE(h.body, latin1);
+
+        hang = true;
+        QNetworkRequest post(QUrl(server->baseUrl()));
+        post.setHeader(QNetworkRequest::ContentTypeHeader, "text/xml");
+        QNetworkReply* reply = m_net.post(post, body);
+        QTest::qWait(300);
+        QVERIFY(!reply->isFinished());
+        QCOMPARE(server->requestCount(), 2);
+        server.reset(); // the held reply goes with the server, which closes the connection
+        QTRY_VERIFY(reply->isFinished());
+        QVERIFY(reply->error() != QNetworkReply::NoError);
+        delete reply;
+    }
+
+    // A folder of JSON files is one data set; a file that is not JSON is refused with its name.
+    void readsADataFolder() {
+        QTemporaryDir dir;
+        test::writeFile(
+            dir.filePath("a.json"),
+            R"({"tags": [{"tagId": 4, "tagDescr": "Fire-Tac"}], "users": [{"username": "u", "password": "p"}]})");
+        test::writeFile(
+            dir.filePath("b.json"),
+            R"({"tags": [{"tagId": 9, "tagDescr": "Ham"}], "frequencies": [{"fid": 1, "scid": 2, "out": "146.52", "tags": [9]}]})");
+        RRDataSet set;
+        QString why;
+        QVERIFY2(set.load(dir.path(), &why), qPrintable(why));
+        QCOMPARE(set.tags.size(), 2);
+        QCOMPARE(set.freqs.first().freq.out, 146.52);
+        QCOMPARE(set.freqs.first().freq.tags.first().tagDescr, QStringLiteral("Ham"));
+        QVERIFY(set.user("u"));
+        test::writeFile(dir.filePath("c.json"), "{\"tags\": [");
+        QVERIFY(!RRDataSet().load(dir.path(), &why));
+        QVERIFY2(why.contains("c.json"), qPrintable(why));
+    }
+
+    void commandListensAndAnswers() {
+        QProcess proc;
+        proc.start(qEnvironmentVariable("KESTRELCTL"), {"rr-serve", "--listen", "127.0.0.1:0"});
+        QVERIFY(proc.waitForStarted());
+        QByteArray line;
+        for (int i = 0; i < 50 && !line.contains('\n'); ++i)
+            if (proc.waitForReadyRead(200))
+                line += proc.readAllStandardOutput();
+        const QRegularExpressionMatch m =
+            QRegularExpression("^Listening on (http://127\\.0\\.0\\.1:\\d+/soap2/)\n")
+                .match(QString::fromUtf8(line));
+        QVERIFY2(m.hasMatch(), line.constData());
+        const QByteArray body = request("getUserData", {});
+        const Http h = exchange(m_net, QUrl(m.captured(1) + "index.php"), &body);
+        QVERIFY(h.body.contains(">demo<"));
+        proc.terminate();
+        QVERIFY(proc.waitForFinished());
+    }
+};
 
 QTEST_MAIN(TstRRServer)
 #include "tst_rrserver.moc"

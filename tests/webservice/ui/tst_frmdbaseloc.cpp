@@ -96,29 +96,21 @@ private Q_SLOTS:
         QTest::addColumn<QString>("shown");
         QTest::addColumn<int>("version");
         const int tab = Qt::Key_Tab, enter = Qt::Key_Return, stay = 0;
-        QTest::newRow("user version 12") << "RRVerTxt"
-                                         << "12" << tab << "8" << 8;
-        QTest::newRow("user version 12, Enter") << "RRVerTxt"
-                                                << "12" << enter << "8" << 8;
-        QTest::newRow("user version 6, letter refused") << "RRVerTxt"
-                                                        << "6x" << tab << "6" << 6;
-        QTest::newRow("port 79") << "ProxyPrtTxt"
-                                 << "79" << tab << "8080" << 8;
-        QTest::newRow("port 40000") << "ProxyPrtTxt"
-                                    << "40000" << enter << "8080" << 8;
-        QTest::newRow("port 3128") << "ProxyPrtTxt"
-                                   << "3128" << tab << "3128" << 8;
-        QTest::newRow("proxy emptied") << "ProxyAdrTxt"
-                                       << "\b" << stay << "127.0.0.1" << 8;
-        QTest::newRow("proxy keys") << "ProxyAdrTxt"
-                                    << "a-b_c~d/e.f:g h" << tab << "a-b_c~d/e.fgh" << 8;
-        QTest::newRow("address refuses : and /")
-            << "LocalTxt"
-            << "http://db.lan:80/x" << tab << "httpdb.lan80x" << 8;
-        QTest::newRow("address emptied") << "LocalTxt"
-                                         << "\b" << stay << "" << 8;
-        QTest::newRow("address left empty") << "LocalTxt"
-                                            << "\b" << tab << "http://127.0.0.1:9000/soap2/" << 8;
+        const auto row = [](const char* tag, const char* box, const char* keys, int leave,
+                            const char* shown, int version = 8) {
+            QTest::newRow(tag) << box << keys << leave << shown << version;
+        };
+        row("user version 12", "RRVerTxt", "12", tab, "8");
+        row("user version 12, Enter", "RRVerTxt", "12", enter, "8");
+        row("user version 6, letter refused", "RRVerTxt", "6x", tab, "6", 6);
+        row("port 79", "ProxyPrtTxt", "79", tab, "8080");
+        row("port 40000", "ProxyPrtTxt", "40000", enter, "8080");
+        row("port 3128", "ProxyPrtTxt", "3128", tab, "3128");
+        row("proxy emptied", "ProxyAdrTxt", "\b", stay, "127.0.0.1");
+        row("proxy keys", "ProxyAdrTxt", "a-b_c~d/e.f:g h", tab, "a-b_c~d/e.fgh");
+        row("address refuses : and /", "LocalTxt", "http://db.lan:80/x", tab, "httpdb.lan80x");
+        row("address emptied", "LocalTxt", "\b", stay, "");
+        row("address left empty", "LocalTxt", "\b", tab, "http://127.0.0.1:9000/soap2/");
     }
     void typingRules() {
         QFETCH(QString, box);
