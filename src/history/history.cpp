@@ -112,6 +112,14 @@ int MemoryStep::recordCount() const {
     return int(m_chans.size() + m_searches.size() + m_banks.size() + m_profiles.size());
 }
 
+QList<int> MemoryStep::channelNumbers(qint16 profile) const {
+    QList<int> numbers;
+    for (const auto& d : m_chans)
+        if (d.profile == profile)
+            numbers.append(ChannelNumber(d.index, d.slot));
+    return numbers;
+}
+
 void MemoryStep::undo() {
     apply(true);
 }
@@ -163,7 +171,7 @@ void MemoryStep::apply(bool undo) {
     }
     m_saves = ctx.flagEpoch;
     m_history.m_restoring = false;
-    Q_EMIT m_history.restored(m_profile, m_bank);
+    Q_EMIT m_history.restored(*this);
 }
 
 History::History(AppContext& ctx) : m_ctx(ctx) {}

@@ -42,6 +42,12 @@ public:
     qint16 profile() const { return m_profile; }
     quint8 bank() const { return m_bank; }
     int recordCount() const;
+    // The channel numbers (1..200) of the given profile the step changed, and whether it
+    // changed anything but channels (names, ranges, bank heads), for a repaint of what changed.
+    QList<int> channelNumbers(qint16 profile) const;
+    bool onlyChannels() const {
+        return m_searches.empty() && m_banks.empty() && m_profiles.empty();
+    }
 
 private:
     struct BankHead {
@@ -111,8 +117,8 @@ public:
 Q_SIGNALS:
     // Before a step is undone or redone: the window shows its bank first.
     void aboutToRestore(qint16 profile, quint8 bank);
-    // After: the window repaints.
-    void restored(qint16 profile, quint8 bank);
+    // After: the window repaints what the step changed.
+    void restored(const kestrel::MemoryStep& step);
 
 private:
     friend class MemoryStep;

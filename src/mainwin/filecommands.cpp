@@ -66,6 +66,8 @@ void LoadProfileFrom(AppContext& ctx, qint16 p, ShownNames& shown, const QString
 }
 
 void SaveProfile(AppContext& ctx, const ShownNames& shown) {
+    // The saves set and clear Changed flags outside any undo step.
+    ++ctx.flagEpoch;
     const qint16 p = ctx.CurProfile;
     // Saving clears the Changed flag through which closing would record the profile's name in
     // the profile list; a renamed or loaded profile would then be looked for under its old name
@@ -82,6 +84,7 @@ void SaveProfile(AppContext& ctx, const ShownNames& shown) {
 }
 
 void SaveProfileAs(AppContext& ctx, ShownNames& shown, const QString& path) {
+    ++ctx.flagEpoch;
     shown.profName = FileBaseName(path);
     shown.profPath = path;
     ctx.cur().Changed = true;
@@ -99,6 +102,7 @@ void LoadBankFrom(AppContext& ctx, qint16 p, int b, const QString& path) {
 }
 
 void SaveBank(AppContext& ctx) {
+    ++ctx.flagEpoch;
     const int b = ctx.CurBank;
     Save_BankInfo(ctx, ctx.CurProfile, b, ctx.bankPath(ctx.cur().Banks[b].FileName));
     ctx.cur().Changed = true;
@@ -106,6 +110,7 @@ void SaveBank(AppContext& ctx) {
 }
 
 void SaveBankAs(AppContext& ctx, const QString& path) {
+    ++ctx.flagEpoch;
     const int b = ctx.CurBank;
     BankRec& bank = ctx.cur().Banks[b];
     bank.FileName = FileBaseName(path);
@@ -122,10 +127,12 @@ void LoadSearchFrom(AppContext& ctx, qint16 p, ShownNames& shown, const QString&
 }
 
 void SaveSearch(AppContext& ctx, const ShownNames& shown) {
+    ++ctx.flagEpoch;
     Save_SearchInfo(ctx, ctx.CurProfile, ctx.searchPath(shown.srchName));
 }
 
 void SaveSearchAs(AppContext& ctx, ShownNames& shown, const QString& path) {
+    ++ctx.flagEpoch;
     shown.srchName = FileBaseName(path);
     ctx.cur().SrchName = shown.srchName;
     ctx.cur().Changed = true;

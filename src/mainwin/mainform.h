@@ -28,6 +28,7 @@ class QGroupBox;
 namespace kestrel {
 
 class InplaceEdit;
+class MemoryStep;
 
 class MainForm : public QMainWindow {
     Q_OBJECT
@@ -161,7 +162,7 @@ private:
     // mainform_history.cpp: Undo, Redo and Edit History
     void installHistory(QMenu* edit, QMenu* view);
     void showStepPlace(qint16 profile, quint8 bank);
-    void afterStepRestored();
+    void afterStepRestored(const MemoryStep& step);
 
     AppContext& m_ctx;
     ShownNames m_shown;

@@ -69,7 +69,7 @@ void MainForm::showStepPlace(qint16 profile, quint8 bank) {
     m_srchNameBeforeStep = m_ctx.cur().SrchName;
 }
 
-void MainForm::afterStepRestored() {
+void MainForm::afterStepRestored(const MemoryStep& step) {
     // A rename undone or redone: the boxes, the tab and the caption follow the profile's names.
     const ProfileRec& profile = m_ctx.cur();
     if (m_ctx.CurProfile != 0 && m_shown.profName != profile.Name) {
@@ -83,7 +83,13 @@ void MainForm::afterStepRestored() {
     }
     if (m_srchNameBeforeStep != profile.SrchName)
         m_shown.srchName = profile.SrchName;
-    refreshLists();
+    // Most steps change a few channels: only their rows are repainted.
+    if (step.onlyChannels()) {
+        for (const int n : step.channelNumbers(m_ctx.CurProfile))
+            refreshChannel(n);
+    } else {
+        refreshLists();
+    }
 }
 
 } // namespace kestrel
