@@ -72,14 +72,17 @@ int run(Env& env, const Args& args) {
         link.SendSearch();
         break;
     }
+    if (link.lastUpload().status == UploadResult::Status::Finished)
+        drawBar(total, total, QStringLiteral("Done"));
+    std::fputs("\n", stderr);
     if (timeouts > 0) {
-        std::fputs("\n", stderr);
         err(QStringLiteral("Scanner Timed Out while Receiving!"));
         err(QStringLiteral("Please Check Connections to Scanner and Try Again"));
-        return kTimedOut;
     }
-    drawBar(total, total, QStringLiteral("Done"));
-    std::fputs("\n", stderr);
+    // The same line the window's status bar ends an upload with.
+    out(UploadSummary(link.lastUpload()));
+    if (timeouts > 0)
+        return kTimedOut;
     return env.finish();
 }
 

@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 
 namespace kestrel {
 
@@ -45,11 +46,13 @@ void ErrorReporter::LogError(const QString& where, int number, const QString& de
     if (!f.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
         return; // logging ends without a report, so reporting never recurses
     const QDateTime now = QDateTime::currentDateTime();
-    const QString entry = QStringLiteral("\n-- Error Occured: ") +
-                          now.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" - ") +
-                          now.toString(QStringLiteral("HH:mm:ss")) + QStringLiteral(" --\n") +
-                          where + QStringLiteral(", Error: ") + QString::number(number) +
-                          QStringLiteral(" -> ") + description + QStringLiteral("\n");
+    // The user's own short date and time forms, as the rest of the desktop writes them.
+    const QLocale locale = QLocale::system();
+    const QString entry =
+        QStringLiteral("\n-- Error Occured: ") + locale.toString(now.date(), QLocale::ShortFormat) +
+        QStringLiteral(" - ") + locale.toString(now.time(), QLocale::ShortFormat) +
+        QStringLiteral(" --\n") + where + QStringLiteral(", Error: ") + QString::number(number) +
+        QStringLiteral(" -> ") + description + QStringLiteral("\n");
     f.write(entry.toUtf8());
 }
 

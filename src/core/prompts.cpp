@@ -12,7 +12,8 @@ Answer ScriptedPrompts::message(const QString& text, const QString& title, Icon 
         std::fprintf(stderr, "%s\n", qPrintable(text));
     Answer a = m_answers.isEmpty() ? m_default : m_answers.takeFirst();
     // An answer the box does not offer falls back to the box's first button.
-    const bool yesNo = buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel;
+    const bool yesNo = buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel ||
+                       buttons == Buttons::YesNoDefaultNo;
     if (yesNo && a == Answer::Ok)
         a = Answer::Yes;
     if (!yesNo && (a == Answer::Yes || a == Answer::No))

@@ -10,7 +10,8 @@
 namespace kestrel {
 
 enum class Icon { None, Critical, Exclamation, Information, Question };
-enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+// YesNoDefaultNo: a question before something that cannot be taken back; Enter answers No.
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, YesNoDefaultNo };
 enum class Answer { Ok, Cancel, Yes, No };
 
 struct FileDialogOptions {

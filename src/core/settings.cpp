@@ -151,6 +151,8 @@ void WriteProgramSettings(const ProgramSettings& s, IniDocument& doc) {
     for (const SettingKey& k : ProgramSettingKeys()) {
         if (const std::optional<QString> text = k.write(s))
             doc.WriteKey(k.section, k.key, *text);
+        else if (!doc.ReadKey(k.section, k.key).isEmpty())
+            doc.WriteKey(k.section, k.key, QString()); // given up since it was read: emptied
     }
 }
 

@@ -7,6 +7,8 @@
 
 #include "core/appcontext.h"
 
+#include <QComboBox>
+#include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -37,15 +39,40 @@ FrmComSet::FrmComSet(AppContext& ctx, KestrelComm& link, QWidget* parent)
     }
     m_device = new QLabel(this);
     m_device->setObjectName(QStringLiteral("DeviceLbl"));
+    m_path = new QComboBox(this);
+    m_path->setObjectName(QStringLiteral("DevicePathCbo"));
+    m_path->setEditable(true);
+    m_path->setInsertPolicy(QComboBox::NoInsert);
+    m_path->setMinimumContentsLength(28);
+    m_path->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_path->setToolTip(QStringLiteral("The device the chosen COM number opens: pick one found "
+                                      "or type its path"));
+    auto* pathRow = new QFormLayout;
+    pathRow->addRow(QStringLiteral("&Device:"), m_path);
     auto* buttons = acceptCancelRow(this, m_accept, m_cancel);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
     layout->addWidget(m_device);
+    layout->addLayout(pathRow);
     layout->addLayout(buttons);
+
+    // A device picked from the list puts its bare path in the field, without maker and product.
+    connect(m_path, &QComboBox::activated, this, [this](int index) {
+        const QString path = m_path->itemData(index).toString();
+        if (!path.isEmpty())
+            m_path->setEditText(path);
+    });
+    connect(m_path, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        if (text.trimmed() != m_link.portMap().device(m_choice)) {
+            m_accept->setEnabled(true);
+            m_cancel->setEnabled(true);
+        }
+    });
 
     connect(m_accept, &QPushButton::clicked, this, [this] {
         Trap(m_ctx.errors, "FrmComSet -> CmdAccept", [&] {
             m_ctx.settings.CommPort = qint16(m_choice);
+            storeDevice();
             m_accepted = true;
             close();
         });
@@ -61,6 +88,7 @@ FrmComSet::FrmComSet(AppContext& ctx, KestrelComm& link, QWidget* parent)
         m_choice = m_ctx.settings.CommPort;
         m_accepted = false;
         placeWindow(this);
+        fillDevices();
         ShowPorts(m_choice);
         m_cancel->setEnabled(false);
         m_accept->setEnabled(true);
@@ -91,10 +119,37 @@ void FrmComSet::ShowPorts(int current) {
             opt->setEnabled(false);
             opt->setChecked(false);
         }
-        const QString device = m_link.portMap().device(current);
-        m_device->setText(QStringLiteral("COM") + QString::number(current) + QStringLiteral(" = ") +
-                          (device.isEmpty() ? QStringLiteral("(no device)") : device));
+        showDevice(current);
     });
+}
+
+void FrmComSet::fillDevices() {
+    const QSignalBlocker block(m_path);
+    m_path->clear();
+    for (const SerialDevice& d : FindSerialDevices())
+        m_path->addItem(d.label, d.path);
+}
+
+void FrmComSet::showDevice(int comNumber) {
+    const QString device = m_link.portMap().device(comNumber);
+    m_device->setText(QStringLiteral("COM") + QString::number(comNumber) + QStringLiteral(" = ") +
+                      (device.isEmpty() ? QStringLiteral("(no device)") : device));
+    const QSignalBlocker block(m_path);
+    m_path->setEditText(device);
+}
+
+// The chosen number keeps the typed or picked device: an entry of the [Ports] settings, none
+// when it is the number's own default.
+void FrmComSet::storeDevice() {
+    const QString path = m_path->currentText().trimmed();
+    QMap<int, QString>& overrides = m_ctx.settings.PortOverrides;
+    if (path == m_link.portMap().device(m_choice))
+        return;
+    if (path.isEmpty() || path == PortMap::defaultDevice(m_choice))
+        overrides.remove(m_choice);
+    else
+        overrides.insert(m_choice, path);
+    m_link.setPortMap(PortMap(overrides));
 }
 
 void FrmComSet::choose(int index) {
@@ -103,9 +158,7 @@ void FrmComSet::choose(int index) {
         if (!port.isValid())
             return;
         const int n = port.toInt();
-        const QString device = m_link.portMap().device(n);
-        m_device->setText(QStringLiteral("COM") + QString::number(n) + QStringLiteral(" = ") +
-                          device);
+        showDevice(n);
         if (n == m_choice)
             return;
         m_choice = n;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The port window: lists the ports that can be opened now (and the stored one), shows which
-// device each COM number is, and stores the user's choice.
+// device each COM number is, lets the user give the chosen number another device (one of those
+// found, or any path), and stores the user's choice.
 #pragma once
 
 #include <QDialog>
 #include <array>
 
+class QComboBox;
 class QLabel;
 class QPushButton;
 class QRadioButton;
@@ -31,6 +33,8 @@ public:
     QRadioButton* ComPortOpt(int i) const { return m_opts[size_t(i)]; }
     QPushButton* CmdAccept() const { return m_accept; }
     QPushButton* CmdCancel() const { return m_cancel; }
+    // The device path of the chosen COM number, with the serial devices found to choose from.
+    QComboBox* DevicePathCbo() const { return m_path; }
 
 protected:
     void hideEvent(QHideEvent* event) override;
@@ -38,6 +42,9 @@ protected:
 private:
     void choose(int index);
     void remember();
+    void fillDevices();
+    void showDevice(int comNumber);
+    void storeDevice();
 
     AppContext& m_ctx;
     KestrelComm& m_link;
@@ -45,6 +52,7 @@ private:
     QPushButton* m_accept;
     QPushButton* m_cancel;
     QLabel* m_device;
+    QComboBox* m_path;
     int m_choice = 1;
     bool m_accepted = false;
 };

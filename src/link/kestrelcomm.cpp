@@ -307,21 +307,57 @@ void KestrelComm::SendSearch() {
     upload(Kind::Search, 0);
 }
 
+void KestrelComm::cancelUpload() {
+    if (m_busy)
+        m_cancel = true;
+}
+
+QString UploadSummary(const UploadResult& r) {
+    const QString what = r.search ? QStringLiteral("search ranges") : QStringLiteral("channels");
+    const QString counted = QStringLiteral("%1 of %2 %3 sent").arg(r.sent).arg(r.total).arg(what);
+    switch (r.status) {
+    case UploadResult::Status::Finished:
+        return QStringLiteral("Upload finished: %1 %2").arg(r.total).arg(what);
+    case UploadResult::Status::Cancelled:
+        return QStringLiteral("Upload cancelled: ") + counted;
+    case UploadResult::Status::TimedOut:
+        return QStringLiteral("Upload failed: the scanner did not answer (") + counted +
+               QLatin1Char(')');
+    case UploadResult::Status::NoPort:
+        return QStringLiteral("Upload failed: the port could not be opened");
+    case UploadResult::Status::Failed:
+        break;
+    }
+    return QStringLiteral("Upload failed (") + counted + QLatin1Char(')');
+}
+
 void KestrelComm::upload(Kind kind, quint8 bank) {
     if (m_busy)
         return;
     m_busy = true;
+    m_cancel = false;
+    const int total = kind == Kind::All    ? ChannelCount
+                      : kind == Kind::Bank ? ChansPerBank
+                                           : SearchCount;
+    m_result = {UploadResult::Status::Finished, 0, total, kind == Kind::Search};
+    const auto end = [this](UploadResult::Status status) {
+        m_result.status = status;
+        m_busy = false;
+        m_cancel = false;
+        Q_EMIT uploadEnded();
+    };
     const char* name = kind == Kind::All    ? "SendAll: "
                        : kind == Kind::Bank ? "SendBank: "
                                             : "SendSearch: ";
     const double pause = kind == Kind::Bank ? 0.5 : 0.25;
     try {
         portOpen();
+        const bool opened = m_port->isOpen();
         if (kind == Kind::Bank)
             m_lastFrame.clear();
         if (!Get_ResponseTo(BuildStartCom())) {
             portClose();
-            m_busy = false;
+            end(opened ? UploadResult::Status::TimedOut : UploadResult::Status::NoPort);
             Q_EMIT RxTimeOut();
             return;
         }
@@ -332,17 +368,25 @@ void KestrelComm::upload(Kind kind, quint8 bank) {
         auto sendOne = [&](const QByteArray& frame) {
             m_lastFrame = frame;
             if (Get_ResponseTo(frame)) {
+                ++m_result.sent;
+                // A cancel waits for the answer to the frame on its way, never longer.
+                if (m_cancel) {
+                    portClose();
+                    end(UploadResult::Status::Cancelled);
+                    return false;
+                }
                 Delay(pause);
                 return true;
             }
             portClose();
-            m_busy = false;
+            end(UploadResult::Status::TimedOut);
             Q_EMIT RxTimeOut();
             return false;
         };
         if (kind == Kind::Search) {
             for (int r = 1; r <= SearchCount; ++r) {
                 Q_EMIT SendingSrch(quint8(r));
+                Q_EMIT uploadProgress(r, total);
                 const SearchRec& rec = profile.Searches[r];
                 if (!sendOne(BuildSearchStr(quint8(r), freqText(rec.Lower), freqText(rec.Upper))))
                     return;
@@ -357,6 +401,7 @@ void KestrelComm::upload(Kind kind, quint8 bank) {
                 for (int c = 1; c <= ChansPerBank; ++c) {
                     const int n = ChannelNumber(b, c);
                     Q_EMIT SendingChnl(quint8(n));
+                    Q_EMIT uploadProgress(m_result.sent + 1, total);
                     const ChannelRec& rec = profile.Banks[b].Chans[c];
                     if (!sendOne(BuildChanStr(quint8(n), freqText(rec.Freq), rec.Delay,
                                               rec.Priority, rec.Lockout)))
@@ -369,12 +414,15 @@ void KestrelComm::upload(Kind kind, quint8 bank) {
             Q_EMIT RxTimeOut();
         Delay(pause);
         portClose();
+        end(stopAnswered ? UploadResult::Status::Finished : UploadResult::Status::TimedOut);
+        return;
     } catch (const KestrelError& e) {
         m_ctx.prompts().message(QString::fromLatin1(name) + QString::number(e.number()) +
                                     QLatin1Char('-') + e.description(),
                                 kTitle, Icon::Critical, Buttons::Ok);
     }
-    m_busy = false;
+    portClose();
+    end(UploadResult::Status::Failed);
 }
 
 } // namespace kestrel

@@ -16,6 +16,17 @@ namespace kestrel {
 
 class AppContext;
 
+// How an upload ended, for the status line of the window and of kestrelctl.
+struct UploadResult {
+    enum class Status { Finished, Cancelled, TimedOut, NoPort, Failed };
+    Status status = Status::Finished;
+    int sent = 0;  // records the scanner has taken
+    int total = 0; // records the upload was to send
+    bool search = false;
+};
+// "Upload finished: 200 channels", "Upload cancelled: 12 of 200 channels sent", ...
+QString UploadSummary(const UploadResult& result);
+
 class KestrelComm : public QObject {
     Q_OBJECT
     Q_PROPERTY(qint32 CommStatus READ CommStatus NOTIFY CommStatusChanged)
@@ -51,6 +62,11 @@ public:
 
     // True while one of the three uploads runs; a second one is refused until it returns.
     bool busy() const { return m_busy; }
+    // Ends the running upload once the frame on its way has been answered, and closes the
+    // port; the scanner keeps what it has taken so far.
+    void cancelUpload();
+    // How the last upload ended.
+    const UploadResult& lastUpload() const { return m_result; }
 
     // Device paths of the COM numbers; an explicit device, when set, wins over CommPort.
     void setPortMap(const PortMap& map) { m_portMap = map; }
@@ -74,6 +90,10 @@ Q_SIGNALS:
     void RawDataDump(const QString& text);
     void SendingChnl(quint8 channel);
     void SendingSrch(quint8 range);
+    // The n-th record of an upload of `total` is on its way.
+    void uploadProgress(int n, int total);
+    // An upload has ended, however (lastUpload() says how).
+    void uploadEnded();
 
     void CommStatusChanged();
     void CommPortChanged();
@@ -109,6 +129,8 @@ private:
     bool m_inDebug = false;
     bool m_powerOn = false;
     bool m_busy = false;
+    bool m_cancel = false;
+    UploadResult m_result;
     bool m_portLost = false;
 };
 

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSerialPort>
+#include <QSerialPortInfo>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
@@ -199,6 +200,34 @@ QString PortMap::device(int n) const {
 
 void PortMap::setOverride(int n, const QString& device) {
     m_overrides.insert(n, device);
+}
+
+QList<SerialDevice> FindSerialDevices() {
+    QList<SerialDevice> byId, plain;
+    // Stable names point at the kernel's names; each is listed with what it points at.
+    QMap<QString, QStringList> aliases;
+    const QDir idDir(QStringLiteral("/dev/serial/by-id"));
+    for (const QFileInfo& link : idDir.entryInfoList(QDir::System | QDir::Files, QDir::Name))
+        aliases[link.canonicalFilePath()] << link.absoluteFilePath();
+    for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
+        const QString path = info.systemLocation();
+        QStringList about;
+        if (!info.manufacturer().isEmpty())
+            about << info.manufacturer();
+        if (!info.description().isEmpty() && info.description() != info.manufacturer())
+            about << info.description();
+        const QString suffix = about.isEmpty()
+                                   ? QString()
+                                   : QStringLiteral(" (") + about.join(u' ') + QLatin1Char(')');
+        for (const QString& alias : aliases.value(QFileInfo(path).canonicalFilePath()))
+            byId.append({alias, alias + suffix});
+        plain.append({path, path + suffix});
+    }
+    const auto byPath = [](const SerialDevice& a, const SerialDevice& b) {
+        return a.path < b.path;
+    };
+    std::sort(plain.begin(), plain.end(), byPath);
+    return byId + plain;
 }
 
 QString PermissionHint(const QString& device, PortFailure failure) {

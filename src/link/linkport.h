@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -101,6 +102,15 @@ public:
 private:
     QMap<int, QString> m_overrides;
 };
+
+// A serial device the system knows of, for the port window's device list.
+struct SerialDevice {
+    QString path;  // "/dev/ttyUSB0", or its stable name "/dev/serial/by-id/usb-FTDI_..."
+    QString label; // path, then maker and product when the system names them
+};
+// The serial devices present now (USB adapters, on-board ports), each also under its stable
+// by-id name when it has one; sorted, stable names first.
+QList<SerialDevice> FindSerialDevices();
 
 // The extra line of the "In Use!" message when the port exists but we may not open it, naming
 // the group that owns the device; empty for every other failure.

@@ -293,9 +293,20 @@ void MainForm::loadWindow() {
     m_loaded = true;
 }
 
+bool MainForm::shownProfileModified() const {
+    const ProfileRec& profile = m_ctx.cur();
+    if (profile.Changed)
+        return true;
+    for (int b = 1; b <= BankCount; ++b)
+        if (profile.Banks[b].Changed)
+            return true;
+    return false;
+}
+
 void MainForm::updateCaption() {
+    // "*" marks what closing or Save Profile would still write.
     setWindowTitle(QString::fromLatin1(kTitle) + QStringLiteral(" [") + m_shown.profName +
-                   QLatin1Char(']'));
+                   (shownProfileModified() ? QStringLiteral("*]") : QStringLiteral("]")));
 }
 
 void MainForm::captionBankTabs() {
@@ -359,25 +370,48 @@ void MainForm::nextBankTab() {
     m_bankTab->setCurrentIndex((m_bankTab->currentIndex() + 1) % m_bankTab->count());
 }
 
+void MainForm::stepBankTab(int step, int bank) {
+    // Bank keys belong to the scan banks: the panel comes to the front first.
+    if (shownPanel() != ScanBanksPanel)
+        showPanel(ScanBanksPanel);
+    const int count = m_bankTab->count();
+    const int index = bank >= 1 ? bank - 1 : (m_bankTab->currentIndex() + step + count) % count;
+    m_bankTab->setCurrentIndex(index);
+    QTableWidget* list = activeList();
+    if (list && !list->hasFocus() && !m_profTxt->hasFocus() && !m_bankTxt->hasFocus())
+        list->setFocus();
+}
+
+QTableWidget* MainForm::activeList() const {
+    switch (shownPanel()) {
+    case ScanBanksPanel:
+        return m_ctx.CurBank == SearchTab ? m_searchLv : m_chnlsLv;
+    case ChannelListPanel:
+        return m_chanLv;
+    case ServicePanel:
+        break;
+    }
+    return nullptr;
+}
+
 void MainForm::SetMenus(int b) {
     Trap(m_ctx.errors, "MainForm -> SetMenus", [&] {
-        static const char* const bankItems[] = {"ClearCurrBankMenuItem", "ClearBanksMenuItem",
-                                                "LoadBankMenuItem",      "SaveBankMenuItem",
-                                                "SaveBankAsMenuItem",    "DefaultBankMenuItem",
-                                                "SetFactoryMenuItem",    "WebImportMenuItem"};
-        static const char* const searchItems[] = {"ClearSearchMenuItem", "LoadSearchMenuItem",
-                                                  "SaveSearchMenuItem", "SaveSearchAsMenuItem",
-                                                  "DefaultLimitsMenuItem"};
+        static const MenuId bankItems[] = {
+            MenuId::ClearCurrBank, MenuId::ClearBanks,  MenuId::LoadBank,   MenuId::SaveBank,
+            MenuId::SaveBankAs,    MenuId::DefaultBank, MenuId::SetFactory, MenuId::WebImport};
+        static const MenuId searchItems[] = {MenuId::ClearSearch, MenuId::LoadSearch,
+                                             MenuId::SaveSearch, MenuId::SaveSearchAs,
+                                             MenuId::DefaultLimits};
         const bool onBank = b >= 1 && b <= BankCount;
-        const auto set = [&](const char* name, bool enabled) {
-            QAction* a = menuItem(QString::fromLatin1(name));
+        const auto set = [&](MenuId name, bool enabled) {
+            QAction* a = menuItem(name);
             // Items of windows not wired in yet stay disabled whatever the tab.
             if (a && !a->property("kestrelUnwired").toBool())
                 a->setEnabled(enabled);
         };
-        for (const char* name : bankItems)
+        for (const MenuId name : bankItems)
             set(name, onBank);
-        for (const char* name : searchItems)
+        for (const MenuId name : searchItems)
             set(name, !onBank);
     });
 }
@@ -402,6 +436,7 @@ void MainForm::paintChanRow(int n) {
 }
 
 void MainForm::paintSearchRow(int index) {
+    updateCaption();
     paintRow(m_searchLv, index - 1, SearchRowTexts(index, m_ctx.cur().Searches[index]));
 }
 
@@ -417,6 +452,7 @@ void MainForm::RefreshBank(int b) {
         for (int c = 1; c <= ChansPerBank; ++c)
             paintRow(m_chnlsLv, c - 1,
                      ChannelRowTexts(ChannelNumber(b, c), m_ctx.cur().Banks[b].Chans[c]));
+        updateCaption();
     });
 }
 
@@ -438,6 +474,7 @@ void MainForm::FillChanLV() {
 }
 
 void MainForm::refreshChannel(int n) {
+    updateCaption();
     if (n < 1 || n > ChannelCount)
         return;
     paintChanRow(n);
@@ -463,11 +500,17 @@ QWidget* MainForm::panelWidget(Panel panel) const {
 }
 
 QAction* MainForm::menuItem(const QString& objectName) const {
-    return m_items.value(objectName, nullptr);
+    const std::optional<MenuId> id = MenuIdByName(objectName);
+    return id ? menuItem(*id) : nullptr;
 }
 
 QAction* MainForm::wireMenuItem(const QString& objectName) {
-    QAction* a = menuItem(objectName);
+    const std::optional<MenuId> id = MenuIdByName(objectName);
+    return id ? wireMenuItem(*id) : nullptr;
+}
+
+QAction* MainForm::wireMenuItem(MenuId id) {
+    QAction* a = menuItem(id);
     if (!a)
         return nullptr;
     a->setProperty("kestrelUnwired", false);
@@ -478,6 +521,14 @@ QAction* MainForm::wireMenuItem(const QString& objectName) {
 
 bool MainForm::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
+    // Ctrl+V on the bank tabs steps to the next tab rather than pasting.
+    if (m_bankTab && watched == m_bankTab && type == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_V && (key->modifiers() & Qt::ControlModifier)) {
+            event->accept();
+            return true;
+        }
+    }
     if (m_bankTab && watched == m_bankTab && type == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_V && (key->modifiers() & Qt::ControlModifier)) {
@@ -517,6 +568,13 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
                                key->key() == Qt::Key_Enter;
             const QModelIndex current = list->currentIndex();
             if (start && list != m_chanLv && current.isValid()) {
+                onCellDoubleClicked(list, current.row(), current.column());
+                return true;
+            }
+            // Space flips the flag under the cursor, as a double click on it does.
+            if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier &&
+                list == m_chnlsLv && current.isValid() && !IsTextColumn(false, current.column()) &&
+                current.column() != ColChanNumber) {
                 onCellDoubleClicked(list, current.row(), current.column());
                 return true;
             }

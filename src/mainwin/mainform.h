@@ -7,10 +7,13 @@
 #include "core/appcontext.h"
 #include "editrules.h"
 #include "filecommands.h"
+#include "menuitems.h"
 
 #include <QHash>
+#include <QKeySequence>
 #include <QMainWindow>
 #include <QUrl>
+#include <array>
 #include <functional>
 
 class QLabel;
@@ -49,11 +52,21 @@ public:
     // Refreshes the list in front after something changed the shown profile's records.
     void refreshLists();
 
-    // Menu items by name ("ClearSelectedMenuItem", "ShowScanBanksMenu", ...).
+    QAction* menuItem(MenuId id) const { return m_items[size_t(id)]; }
+    // The same by object name ("ClearSelectedMenuItem"), for code that finds items by name.
     QAction* menuItem(const QString& objectName) const;
     // An item whose window comes from another part of the program starts disabled; its wiring
     // enables it through here and connects to the returned action.
+    QAction* wireMenuItem(MenuId id);
     QAction* wireMenuItem(const QString& objectName);
+    // The hidden actions behind Ctrl+1 .. Ctrl+0 (banks 1..10).
+    QAction* bankKey(int bank) const { return m_bankKeys[size_t(bank - 1)]; }
+
+    // The list in front that the Edit menu's clipboard items and Delete act on: the shown bank,
+    // the search ranges or all channels; nullptr on the service panel.
+    QTableWidget* activeList() const;
+    // Whether the shown profile has changes not yet written (the caption then shows "*").
+    bool shownProfileModified() const;
 
     QTableWidget* ChnlsLv() const { return m_chnlsLv; }
     QTableWidget* SearchLV() const { return m_searchLv; }
@@ -132,7 +145,13 @@ private:
 
     // mainform_menus.cpp: the menus and their commands
     void buildMenus();
-    QAction* addItem(QMenu* menu, const QString& caption, const char* name);
+    QAction* addItem(QMenu* menu, const QString& caption, MenuId id,
+                     const QKeySequence& shortcut = {});
+    void clipboardCommand(MenuId command);
+    void copyRows(QTableWidget* list);
+    void pasteRows(QTableWidget* list);
+    // Moves the bank tab by step (wrapping over the search tab), or to bank `bank` when given.
+    void stepBankTab(int step, int bank = 0);
     void runFileCommand(FileCommand command);
     void runSaveCommand(const char* label, const std::function<void()>& save);
     void runEditCommand(EditCommand command, const char* label);
@@ -166,7 +185,8 @@ private:
     InplaceEdit* m_descTxt = nullptr;
     QMenu* m_popUpMenu = nullptr;
     QString m_popUpTag;
-    QHash<QString, QAction*> m_items;
+    std::array<QAction*, size_t(MenuId::Count)> m_items{};
+    std::array<QAction*, BankCount> m_bankKeys{};
     std::function<void(const QUrl&)> m_openUrl;
     bool m_loaded = false;
     bool m_painted = false;

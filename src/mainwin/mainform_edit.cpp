@@ -268,9 +268,11 @@ void MainForm::showPopUp(QTableWidget* list, const QPoint& pos) {
 void MainForm::popUpCommand(bool toDefault) {
     Trap(m_ctx.errors,
          toDefault ? "MainForm -> UseDefaultsMenuItem" : "MainForm -> ClearSelectedMenuItem", [&] {
-             QTableWidget* list = m_popUpTag == QStringLiteral("Srch")    ? m_searchLv
-                                  : m_popUpTag == QStringLiteral("Chnls") ? m_chnlsLv
-                                                                          : m_chanLv;
+             // A list can only be right-clicked while it is in front, so the pop-up menu,
+             // the Edit menu and the Delete key all act on the list in front.
+             QTableWidget* list = activeList();
+             if (!list)
+                 return;
              QList<int> numbers;
              for (const QModelIndex& index : list->selectionModel()->selectedRows())
                  numbers << list->item(index.row(), 0)->text().toInt();
@@ -287,7 +289,7 @@ void MainForm::popUpCommand(bool toDefault) {
 }
 
 void MainForm::onLabelDoubleClick(int index) {
-    if (QAction* debug = menuItem(QStringLiteral("DebugCommMenuItem")))
+    if (QAction* debug = menuItem(MenuId::DebugComm))
         debug->setVisible(index == 0);
 }
 

@@ -36,10 +36,10 @@ void MainForm::installHistory(QMenu* edit, QMenu* view) {
     edit->insertAction(first, undo);
     edit->insertAction(first, redo);
     edit->insertSeparator(first);
-    m_items.insert(undo->objectName(), undo);
-    m_items.insert(redo->objectName(), redo);
+    m_items[size_t(MenuId::Undo)] = undo;
+    m_items[size_t(MenuId::Redo)] = redo;
 
-    connect(addItem(view, QStringLiteral("Edit &History"), "EditHistoryMenuItem"),
+    connect(addItem(view, QStringLiteral("Edit &History"), MenuId::EditHistory),
             &QAction::triggered, this, [this, &stack] {
                 if (!m_historyView) {
                     auto* list = new QUndoView(&stack, this);

@@ -13,7 +13,7 @@
 namespace kestrel {
 
 void installImport(MainForm& form) {
-    QAction* item = form.wireMenuItem(QStringLiteral("WebImportMenuItem"));
+    QAction* item = form.wireMenuItem(MenuId::WebImport);
     if (!item)
         return;
     item->setCheckable(true);

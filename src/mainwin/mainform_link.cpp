@@ -15,6 +15,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
 
 namespace kestrel {
 
@@ -23,7 +26,31 @@ namespace {
 // Lives as a child of the main window and holds what the link's handlers share.
 class LinkHooks : public QObject {
 public:
-    LinkHooks(MainForm& form, KestrelComm& link) : QObject(&form), m_form(form), m_link(link) {}
+    LinkHooks(MainForm& form, KestrelComm& link) : QObject(&form), m_form(form), m_link(link) {
+        // Beside the "Sending Bank:" box, the status bar shows how far the upload has come
+        // and offers to stop it.
+        m_bar = new QProgressBar;
+        m_bar->setObjectName(QStringLiteral("UploadProgressBar"));
+        m_bar->setFormat(QStringLiteral("%v of %m"));
+        m_bar->setTextVisible(true);
+        m_bar->setMaximumWidth(
+            m_bar->fontMetrics().horizontalAdvance(QStringLiteral("000 of 000")) * 3);
+        m_cancelBtn = new QPushButton(QStringLiteral("Cancel"));
+        m_cancelBtn->setObjectName(QStringLiteral("UploadCancelBtn"));
+        m_cancelBtn->setToolTip(QStringLiteral("Stop after the frame on its way"));
+        form.statusBar()->addPermanentWidget(m_bar);
+        form.statusBar()->addPermanentWidget(m_cancelBtn);
+        m_bar->hide();
+        m_cancelBtn->hide();
+        connect(m_cancelBtn, &QPushButton::clicked, this, [this] {
+            m_cancelBtn->setEnabled(false);
+            m_link.cancelUpload();
+        });
+        connect(&link, &KestrelComm::uploadProgress, this, [this](int n, int total) {
+            m_bar->setMaximum(total);
+            m_bar->setValue(n);
+        });
+    }
 
     void upload(const char* label, const QString& caption, const std::function<void()>& send) {
         // The link keeps the window responsive while it waits, so the menu can be used again
@@ -36,21 +63,31 @@ public:
             m_form.SndBankTxt()->show();
             m_form.captionLabel(1)->setText(caption);
             m_form.captionLabel(1)->show();
+            m_form.statusBar()->clearMessage();
+            m_bar->setRange(0, 1);
+            m_bar->setValue(0);
+            m_bar->show();
+            m_cancelBtn->setEnabled(true);
+            m_cancelBtn->show();
             send();
             hideProgress();
+            m_form.statusBar()->showMessage(UploadSummary(m_link.lastUpload()));
         });
+        hideProgress();
         setUploadItemsEnabled(true);
     }
 
     void hideProgress() {
         m_form.SndBankTxt()->hide();
         m_form.captionLabel(1)->hide();
+        m_bar->hide();
+        m_cancelBtn->hide();
     }
 
     void setUploadItemsEnabled(bool on) {
-        for (const char* name :
-             {"UploadAllBanksMenuItem", "UploadCurrBankMenuItem", "UploadSrchBankMenuItem"})
-            if (QAction* a = m_form.menuItem(QString::fromLatin1(name)))
+        for (const MenuId id :
+             {MenuId::UploadAllBanks, MenuId::UploadCurrBank, MenuId::UploadSrchBank})
+            if (QAction* a = m_form.menuItem(id))
                 a->setEnabled(on);
     }
 
@@ -58,7 +95,7 @@ public:
         if (!m_debug) {
             m_debug = new FrmDebug(m_form.ctx(), m_link, &m_form);
             connect(m_debug, &FrmDebug::closed, this, [this] {
-                if (QAction* a = m_form.menuItem(QStringLiteral("DebugCommMenuItem")))
+                if (QAction* a = m_form.menuItem(MenuId::DebugComm))
                     a->setChecked(false);
             });
             m_debug->show();
@@ -71,6 +108,8 @@ public:
     QPointer<FrmDebug> m_debug;
     QPointer<FrmSelCable> m_cable;
     QPointer<FrmErrs> m_errs;
+    QProgressBar* m_bar = nullptr;
+    QPushButton* m_cancelBtn = nullptr;
 };
 
 } // namespace
@@ -105,28 +144,25 @@ void installLink(MainForm& form) {
              [&] { hooks->debugWindow()->SetDebugInfo(0, text); });
     });
 
-    QObject::connect(form.wireMenuItem(QStringLiteral("UploadAllBanksMenuItem")),
-                     &QAction::triggered, hooks, [hooks, link] {
-                         hooks->upload("MainForm -> UploadAllBanksMenuItem",
-                                       QStringLiteral("Sending Chan:"),
-                                       [link] { link->SendAllChannels(); });
-                     });
-    QObject::connect(form.wireMenuItem(QStringLiteral("UploadCurrBankMenuItem")),
-                     &QAction::triggered, hooks, [hooks, link, &ctx] {
-                         // The bank shown when the command is given, whatever is shown later.
-                         const quint8 bank = ctx.CurBank;
-                         hooks->upload("MainForm -> UploadCurrBankMenuItem",
-                                       QStringLiteral("Sending Chan:"),
-                                       [link, bank] { link->SendBank(bank); });
-                     });
-    QObject::connect(form.wireMenuItem(QStringLiteral("UploadSrchBankMenuItem")),
-                     &QAction::triggered, hooks, [hooks, link] {
-                         hooks->upload("MainForm -> UploadSrchBankMenuItem",
-                                       QStringLiteral("Sending Srch:"),
-                                       [link] { link->SendSearch(); });
-                     });
+    QObject::connect(
+        form.wireMenuItem(MenuId::UploadAllBanks), &QAction::triggered, hooks, [hooks, link] {
+            hooks->upload("MainForm -> UploadAllBanksMenuItem", QStringLiteral("Sending Chan:"),
+                          [link] { link->SendAllChannels(); });
+        });
+    QObject::connect(
+        form.wireMenuItem(MenuId::UploadCurrBank), &QAction::triggered, hooks, [hooks, link, &ctx] {
+            // The bank shown when the command is given, whatever is shown later.
+            const quint8 bank = ctx.CurBank;
+            hooks->upload("MainForm -> UploadCurrBankMenuItem", QStringLiteral("Sending Chan:"),
+                          [link, bank] { link->SendBank(bank); });
+        });
+    QObject::connect(
+        form.wireMenuItem(MenuId::UploadSrchBank), &QAction::triggered, hooks, [hooks, link] {
+            hooks->upload("MainForm -> UploadSrchBankMenuItem", QStringLiteral("Sending Srch:"),
+                          [link] { link->SendSearch(); });
+        });
 
-    QAction* cable = form.wireMenuItem(QStringLiteral("CableTypeMenuItem"));
+    QAction* cable = form.wireMenuItem(MenuId::CableType);
     cable->setCheckable(true);
     QObject::connect(cable, &QAction::triggered, hooks, [hooks, cable, link, &ctx, &form] {
         Trap(ctx.errors, "MainForm -> CableTypeMenuItem", [&] {
@@ -136,8 +172,8 @@ void installLink(MainForm& form) {
         });
     });
 
-    QObject::connect(form.wireMenuItem(QStringLiteral("ComPortMenuItem")), &QAction::triggered,
-                     hooks, [link, &ctx, &form] {
+    QObject::connect(form.wireMenuItem(MenuId::ComPort), &QAction::triggered, hooks,
+                     [link, &ctx, &form] {
                          Trap(ctx.errors, "MainForm -> ComPortMenuItem", [&] {
                              FrmComSet window(ctx, *link, &form);
                              window.exec();
@@ -149,7 +185,7 @@ void installLink(MainForm& form) {
                          });
                      });
 
-    QAction* debug = form.wireMenuItem(QStringLiteral("DebugCommMenuItem"));
+    QAction* debug = form.wireMenuItem(MenuId::DebugComm);
     debug->setCheckable(true);
     QObject::connect(debug, &QAction::triggered, hooks, [hooks, debug, link, &ctx] {
         Trap(ctx.errors, "MainForm -> DebugCommMenuItem", [&] {
@@ -164,7 +200,7 @@ void installLink(MainForm& form) {
         });
     });
 
-    QAction* errs = form.wireMenuItem(QStringLiteral("DisplayErrorsMenuItem"));
+    QAction* errs = form.wireMenuItem(MenuId::DisplayErrors);
     errs->setCheckable(true);
     QObject::connect(errs, &QAction::triggered, hooks, [hooks, errs, &ctx, &form] {
         Trap(ctx.errors, "MainForm -> DisplayErrorsMenuItem", [&] {
@@ -180,7 +216,7 @@ void installLink(MainForm& form) {
     link->setCommPort(ctx.settings.CommPort);
     link->setCableType(ctx.settings.KestrelCable);
     hooks->setUploadItemsEnabled(false);
-    QAction* port = form.menuItem(QStringLiteral("ComPortMenuItem"));
+    QAction* port = form.menuItem(MenuId::ComPort);
     port->setEnabled(false);
     QObject::connect(
         &form, &MainForm::firstPainted, hooks,

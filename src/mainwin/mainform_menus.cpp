@@ -4,6 +4,7 @@
 #include "inplaceedit.h"
 #include "mainform.h"
 
+#include <QKeySequence>
 #include <QMenuBar>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -15,30 +16,28 @@ namespace {
 
 // Items whose windows are provided by other parts of the program; they stay disabled until
 // those parts wire them in (MainForm::wireMenuItem).
-const char* const kUnwiredItems[] = {
-    "CsvImportMenuItem",      "CsvExportMenuItem",      "WebImportMenuItem",
-    "OrganizeBanksMenuItem",  "OrganizeChansMenuItem",  "CableTypeMenuItem",
-    "ComPortMenuItem",        "DebugCommMenuItem",      "PrintBankMenuItem",
-    "UploadAllBanksMenuItem", "UploadCurrBankMenuItem", "UploadSrchBankMenuItem",
-    "DisplayErrorsMenuItem",  "DatabaseAddressMenuItem"};
+const MenuId kUnwiredItems[] = {
+    MenuId::CsvImport,     MenuId::CsvExport,      MenuId::WebImport,      MenuId::OrganizeBanks,
+    MenuId::OrganizeChans, MenuId::CableType,      MenuId::ComPort,        MenuId::DebugComm,
+    MenuId::PrintBank,     MenuId::UploadAllBanks, MenuId::UploadCurrBank, MenuId::UploadSrchBank,
+    MenuId::DisplayErrors, MenuId::DatabaseAddress};
 
-// Other names under which the wiring code may ask for an item.
-const struct {
-    const char* alias;
-    const char* name;
-} kAliases[] = {{"UploadAllMenuItem", "UploadAllBanksMenuItem"},
-                {"UploadBankMenuItem", "UploadCurrBankMenuItem"},
-                {"UploadSearchMenuItem", "UploadSrchBankMenuItem"},
-                {"ShowCommErrorsMenuItem", "DisplayErrorsMenuItem"},
-                {"OrganizeChannelsMenuItem", "OrganizeChansMenuItem"},
-                {"ClearCurrentBankMenuItem", "ClearCurrBankMenuItem"}};
+// The desktop's own keys for a standard command; where the desktop names none (a bare window
+// manager has no Quit key) the usual one.
+QKeySequence standardKey(QKeySequence::StandardKey key, const QKeySequence& usual) {
+    const QList<QKeySequence> bindings = QKeySequence::keyBindings(key);
+    return bindings.isEmpty() ? usual : bindings.constFirst();
+}
 
 } // namespace
 
-QAction* MainForm::addItem(QMenu* menu, const QString& caption, const char* name) {
+QAction* MainForm::addItem(QMenu* menu, const QString& caption, MenuId id,
+                           const QKeySequence& shortcut) {
     QAction* action = menu->addAction(caption);
-    action->setObjectName(QString::fromLatin1(name));
-    m_items.insert(action->objectName(), action);
+    action->setObjectName(MenuItemName(id));
+    if (!shortcut.isEmpty())
+        action->setShortcut(shortcut);
+    m_items[size_t(id)] = action;
     return action;
 }
 
@@ -46,123 +45,159 @@ void MainForm::buildMenus() {
     QMenuBar* bar = menuBar();
 
     QMenu* file = bar->addMenu(QStringLiteral("&File"));
-    const auto fileCommand = [this](QMenu* menu, const QString& caption, const char* name,
-                                    FileCommand command) {
-        connect(addItem(menu, caption, name), &QAction::triggered, this,
+    const auto fileCommand = [this](QMenu* menu, const QString& caption, MenuId id,
+                                    FileCommand command, const QKeySequence& keys = {}) {
+        connect(addItem(menu, caption, id, keys), &QAction::triggered, this,
                 [this, command] { runFileCommand(command); });
     };
-    fileCommand(file, QStringLiteral("Load Profile"), "LoadProfileMenuItem",
+    fileCommand(file, QStringLiteral("Load Profile"), MenuId::LoadProfile,
                 FileCommand::LoadProfile);
-    connect(addItem(file, QStringLiteral("Save Profile"), "SaveProfileMenuItem"),
+    connect(addItem(file, QStringLiteral("Save Profile"), MenuId::SaveProfile, QKeySequence::Save),
             &QAction::triggered, this, [this] {
                 runSaveCommand("MainForm -> SaveProfileMenuItem",
                                [this] { SaveProfile(m_ctx, m_shown); });
             });
-    fileCommand(file, QStringLiteral("Save Profile As"), "SaveProfileAsMenuItem",
-                FileCommand::SaveProfileAs);
+    fileCommand(file, QStringLiteral("Save Profile As"), MenuId::SaveProfileAs,
+                FileCommand::SaveProfileAs, QKeySequence::SaveAs);
     file->addSeparator();
-    fileCommand(file, QStringLiteral("Load Bank"), "LoadBankMenuItem", FileCommand::LoadBank);
-    connect(addItem(file, QStringLiteral("Save Bank"), "SaveBankMenuItem"), &QAction::triggered,
-            this, [this] {
+    // Open loads the file of what is shown: a bank file on a bank tab, search limits on the
+    // search tab (only one of the two items is enabled at a time).
+    fileCommand(file, QStringLiteral("Load Bank"), MenuId::LoadBank, FileCommand::LoadBank,
+                QKeySequence::Open);
+    connect(addItem(file, QStringLiteral("Save Bank"), MenuId::SaveBank), &QAction::triggered, this,
+            [this] {
                 runSaveCommand("MainForm -> SaveBankMenuItem", [this] {
                     if (m_ctx.CurBank >= 1 && m_ctx.CurBank <= BankCount)
                         SaveBank(m_ctx);
                 });
             });
-    fileCommand(file, QStringLiteral("Save Bank As"), "SaveBankAsMenuItem",
-                FileCommand::SaveBankAs);
+    fileCommand(file, QStringLiteral("Save Bank As"), MenuId::SaveBankAs, FileCommand::SaveBankAs);
     file->addSeparator();
-    fileCommand(file, QStringLiteral("Load Search Limits"), "LoadSearchMenuItem",
-                FileCommand::LoadSearch);
-    connect(addItem(file, QStringLiteral("Save Search Limits"), "SaveSearchMenuItem"),
+    fileCommand(file, QStringLiteral("Load Search Limits"), MenuId::LoadSearch,
+                FileCommand::LoadSearch, QKeySequence::Open);
+    connect(addItem(file, QStringLiteral("Save Search Limits"), MenuId::SaveSearch),
             &QAction::triggered, this, [this] {
                 runSaveCommand("MainForm -> SaveSearchMenuItem",
                                [this] { SaveSearch(m_ctx, m_shown); });
             });
-    fileCommand(file, QStringLiteral("Save Search Limits As"), "SaveSearchAsMenuItem",
+    fileCommand(file, QStringLiteral("Save Search Limits As"), MenuId::SaveSearchAs,
                 FileCommand::SaveSearchAs);
     file->addSeparator();
-    addItem(file, QStringLiteral("CS&V Import"), "CsvImportMenuItem")->setCheckable(true);
-    addItem(file, QStringLiteral("CSV &Export..."), "CsvExportMenuItem");
-    addItem(file, QStringLiteral("&Web Import"), "WebImportMenuItem");
+    addItem(file, QStringLiteral("CS&V Import"), MenuId::CsvImport)->setCheckable(true);
+    addItem(file, QStringLiteral("CSV &Export..."), MenuId::CsvExport);
+    addItem(file, QStringLiteral("&Web Import"), MenuId::WebImport);
     file->addSeparator();
-    connect(addItem(file, QStringLiteral("E&xit"), "ExitMenuItem"), &QAction::triggered, this,
-            &QWidget::close);
+    QAction* exit = addItem(file, QStringLiteral("E&xit"), MenuId::Exit,
+                            standardKey(QKeySequence::Quit, QKeySequence(Qt::CTRL | Qt::Key_Q)));
+    exit->setMenuRole(QAction::QuitRole);
+    connect(exit, &QAction::triggered, this, &QWidget::close);
 
     QMenu* edit = bar->addMenu(QStringLiteral("&Edit"));
-    const auto editCommand = [this](QMenu* menu, const QString& caption, const char* name,
+    edit->setObjectName(QStringLiteral("EditMenu"));
+    connect(addItem(edit, QStringLiteral("Cu&t"), MenuId::Cut, QKeySequence::Cut),
+            &QAction::triggered, this, [this] { clipboardCommand(MenuId::Cut); });
+    connect(addItem(edit, QStringLiteral("&Copy"), MenuId::Copy, QKeySequence::Copy),
+            &QAction::triggered, this, [this] { clipboardCommand(MenuId::Copy); });
+    connect(addItem(edit, QStringLiteral("&Paste"), MenuId::Paste, QKeySequence::Paste),
+            &QAction::triggered, this, [this] { clipboardCommand(MenuId::Paste); });
+    connect(
+        addItem(edit, QStringLiteral("Select &All"), MenuId::SelectAll, QKeySequence::SelectAll),
+        &QAction::triggered, this, [this] { clipboardCommand(MenuId::SelectAll); });
+    edit->addSeparator();
+    // The lists' pop-up menu shows the same two items.
+    connect(addItem(edit, QStringLiteral("Clear Selected Entries"), MenuId::ClearSelected,
+                    QKeySequence::Delete),
+            &QAction::triggered, this, [this] { popUpCommand(false); });
+    connect(addItem(edit, QStringLiteral("Set Selected Entries to Default"), MenuId::UseDefaults),
+            &QAction::triggered, this, [this] { popUpCommand(true); });
+    edit->addSeparator();
+    const auto editCommand = [this](QMenu* menu, const QString& caption, MenuId id,
                                     EditCommand command, const char* label) {
-        connect(addItem(menu, caption, name), &QAction::triggered, this,
+        connect(addItem(menu, caption, id), &QAction::triggered, this,
                 [this, command, label] { runEditCommand(command, label); });
     };
-    editCommand(edit, QStringLiteral("Clear ALL Banks"), "ClearBanksMenuItem",
-                EditCommand::ClearAllBanks, "MainForm -> ClearBanksMenuItem");
-    editCommand(edit, QStringLiteral("Clear Current Bank"), "ClearCurrBankMenuItem",
+    editCommand(edit, QStringLiteral("Clear Current Bank"), MenuId::ClearCurrBank,
                 EditCommand::ClearCurrentBank, "MainForm -> ClearCurrBankMenuItem");
-    editCommand(edit, QStringLiteral("Clear Search Limits"), "ClearSearchMenuItem",
+    editCommand(edit, QStringLiteral("Clear Search Limits"), MenuId::ClearSearch,
                 EditCommand::ClearSearchLimits, "MainForm -> ClearSearchMenuItem");
-    edit->addSeparator();
-    editCommand(edit, QStringLiteral("Set Factory Defaults"), "SetFactoryMenuItem",
+    editCommand(edit, QStringLiteral("Set Factory Defaults"), MenuId::SetFactory,
                 EditCommand::SetFactoryDefaults, "MainForm -> SetFactoryMenuItem");
-    editCommand(edit, QStringLiteral("Set Default Bank"), "DefaultBankMenuItem",
+    editCommand(edit, QStringLiteral("Set Default Bank"), MenuId::DefaultBank,
                 EditCommand::SetDefaultBank, "MainForm -> DefaultBankMenuItem");
-    editCommand(edit, QStringLiteral("Set Default Limits"), "DefaultLimitsMenuItem",
+    editCommand(edit, QStringLiteral("Set Default Limits"), MenuId::DefaultLimits,
                 EditCommand::SetDefaultLimits, "MainForm -> DefaultLimitsMenuItem");
     edit->addSeparator();
-    addItem(edit, QStringLiteral("Organize Banks"), "OrganizeBanksMenuItem");
-    addItem(edit, QStringLiteral("Organize Channels"), "OrganizeChansMenuItem");
+    addItem(edit, QStringLiteral("Organize Banks"), MenuId::OrganizeBanks);
+    addItem(edit, QStringLiteral("Organize Channels"), MenuId::OrganizeChans);
+    // Emptying all ten banks sits apart from the everyday items, where it is not hit by a slip.
+    edit->addSeparator();
+    editCommand(edit, QStringLiteral("Clear ALL Banks"), MenuId::ClearBanks,
+                EditCommand::ClearAllBanks, "MainForm -> ClearBanksMenuItem");
 
     QMenu* view = bar->addMenu(QStringLiteral("&View"));
-    connect(addItem(view, QStringLiteral("Show &Scan Banks"), "ShowScanBanksMenu"),
+    connect(addItem(view, QStringLiteral("Show &Scan Banks"), MenuId::ShowScanBanks),
             &QAction::triggered, this, [this] { showPanel(ScanBanksPanel); });
-    connect(addItem(view, QStringLiteral("Show Service &Freqs"), "ShowServiceMenuItem"),
+    connect(addItem(view, QStringLiteral("Show Service &Freqs"), MenuId::ShowService),
             &QAction::triggered, this, [this] { showPanel(ServicePanel); });
-    connect(addItem(view, QStringLiteral("Show &All Channels"), "ShowAllChanMenuItem"),
+    connect(addItem(view, QStringLiteral("Show &All Channels"), MenuId::ShowAllChan),
             &QAction::triggered, this, [this] { showPanel(ChannelListPanel); });
+    view->addSeparator();
+    connect(addItem(view, QStringLiteral("&Next Bank"), MenuId::NextBank,
+                    QKeySequence(Qt::CTRL | Qt::Key_PageDown)),
+            &QAction::triggered, this, [this] { stepBankTab(1); });
+    connect(addItem(view, QStringLiteral("&Previous Bank"), MenuId::PreviousBank,
+                    QKeySequence(Qt::CTRL | Qt::Key_PageUp)),
+            &QAction::triggered, this, [this] { stepBankTab(-1); });
+    // Ctrl+1 .. Ctrl+9 and Ctrl+0 show banks 1 to 10.
+    for (int b = 1; b <= BankCount; ++b) {
+        auto* go = new QAction(this);
+        go->setObjectName(QStringLiteral("GoToBank%1").arg(b));
+        go->setShortcut(QKeySequence(Qt::CTRL | (Qt::Key_0 + b % 10)));
+        connect(go, &QAction::triggered, this, [this, b] { stepBankTab(0, b); });
+        addAction(go);
+        m_bankKeys[size_t(b - 1)] = go;
+    }
 
     QMenu* options = bar->addMenu(QStringLiteral("&Options"));
-    addItem(options, QStringLiteral("Cable &Type"), "CableTypeMenuItem")->setCheckable(true);
-    addItem(options, QStringLiteral("CO&M Port"), "ComPortMenuItem");
-    QAction* debug = addItem(options, QStringLiteral("&Debug Comm"), "DebugCommMenuItem");
+    addItem(options, QStringLiteral("Cable &Type"), MenuId::CableType)->setCheckable(true);
+    addItem(options, QStringLiteral("CO&M Port"), MenuId::ComPort);
+    QAction* debug = addItem(options, QStringLiteral("&Debug Comm"), MenuId::DebugComm);
     debug->setCheckable(true);
     debug->setVisible(false);
-    addItem(options, QStringLiteral("&Database Address"), "DatabaseAddressMenuItem");
+    addItem(options, QStringLiteral("&Database Address"), MenuId::DatabaseAddress);
     options->addSeparator();
-    addItem(options, QStringLiteral("&Print Current Bank"), "PrintBankMenuItem");
+    addItem(options, QStringLiteral("&Print Current Bank"), MenuId::PrintBank, QKeySequence::Print);
 
     QMenu* scanner = bar->addMenu(QStringLiteral("&Scanner"));
-    addItem(scanner, QStringLiteral("&Upload All Banks"), "UploadAllBanksMenuItem");
-    addItem(scanner, QStringLiteral("Upload &Current Bank"), "UploadCurrBankMenuItem");
-    addItem(scanner, QStringLiteral("Upload Sea&rch Bank"), "UploadSrchBankMenuItem");
+    addItem(scanner, QStringLiteral("&Upload All Banks"), MenuId::UploadAllBanks);
+    addItem(scanner, QStringLiteral("Upload &Current Bank"), MenuId::UploadCurrBank);
+    addItem(scanner, QStringLiteral("Upload Sea&rch Bank"), MenuId::UploadSrchBank);
 
     QMenu* help = bar->addMenu(QStringLiteral("&Help"));
-    connect(addItem(help, QStringLiteral("@ &HomePage"), "HomePageMenuItem"), &QAction::triggered,
-            this, [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_HOMEPAGE))); });
-    connect(addItem(help, QStringLiteral("@ &RadioReference.com"), "DBaseSiteMenuItem"),
+    // The home page carries the program's help, so the desktop's help key opens it.
+    connect(
+        addItem(help, QStringLiteral("@ &HomePage"), MenuId::HomePage, QKeySequence::HelpContents),
+        &QAction::triggered, this, [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_HOMEPAGE))); });
+    connect(addItem(help, QStringLiteral("@ &RadioReference.com"), MenuId::DBaseSite),
             &QAction::triggered, this,
             [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_DBASE_SITE))); });
-    addItem(help, QStringLiteral("Show Possible Comm &Errors"), "DisplayErrorsMenuItem")
+    addItem(help, QStringLiteral("Show Possible Comm &Errors"), MenuId::DisplayErrors)
         ->setCheckable(true);
     help->addSeparator();
-    connect(addItem(help, QStringLiteral("&About"), "AboutMenuItem"), &QAction::triggered, this,
-            &MainForm::showAbout);
+    QAction* about = addItem(help, QStringLiteral("&About"), MenuId::About);
+    about->setMenuRole(QAction::AboutRole);
+    connect(about, &QAction::triggered, this, &MainForm::showAbout);
 
-    for (const char* name : kUnwiredItems) {
-        QAction* a = menuItem(QString::fromLatin1(name));
+    for (const MenuId id : kUnwiredItems) {
+        QAction* a = menuItem(id);
         a->setProperty("kestrelUnwired", true);
         a->setEnabled(false);
     }
 
     m_popUpMenu = new QMenu(this);
     m_popUpMenu->setObjectName(QStringLiteral("PopUpMenu1"));
-    connect(addItem(m_popUpMenu, QStringLiteral("Clear Selected Entries"), "ClearSelectedMenuItem"),
-            &QAction::triggered, this, [this] { popUpCommand(false); });
-    connect(addItem(m_popUpMenu, QStringLiteral("Set Selected Entries to Default"),
-                    "UseDefaultsMenuItem"),
-            &QAction::triggered, this, [this] { popUpCommand(true); });
-
-    for (const auto& a : kAliases)
-        m_items.insert(QString::fromLatin1(a.alias), menuItem(QString::fromLatin1(a.name)));
+    m_popUpMenu->addAction(menuItem(MenuId::ClearSelected));
+    m_popUpMenu->addAction(menuItem(MenuId::UseDefaults));
 
     installHistory(edit, view);
 }
@@ -222,6 +257,7 @@ void MainForm::runFileCommand(FileCommand command) {
             break;
         }
     });
+    updateCaption();
     ReportLoadProblems(m_ctx);
     ReportWriteFailures(m_ctx);
 }
@@ -248,6 +284,7 @@ void MainForm::afterProfileLoaded() {
 void MainForm::runSaveCommand(const char* label, const std::function<void()>& save) {
     finishCellEdit();
     Trap(m_ctx.errors, label, [&] { save(); });
+    updateCaption();
     ReportWriteFailures(m_ctx);
 }
 
@@ -262,12 +299,13 @@ void MainForm::runEditCommand(EditCommand command, const char* label) {
             return;
         const Answer answer =
             m_ctx.prompts().message(EraseConfirmText(), QStringLiteral("Kestrel Manager"),
-                                    Icon::Exclamation, Buttons::YesNo);
+                                    Icon::Exclamation, Buttons::YesNoDefaultNo);
         if (answer != Answer::Yes)
             return;
         ApplyEditCommand(m_ctx, m_ctx.CurProfile, m_ctx.CurBank, command);
         refreshLists();
     });
+    updateCaption();
 }
 
 void MainForm::showPanel(Panel panel) {
@@ -279,9 +317,9 @@ void MainForm::showPanel(Panel panel) {
         m_panels->setCurrentIndex(panel);
         if (panel == ChannelListPanel)
             FillChanLV();
-        menuItem(QStringLiteral("ShowScanBanksMenu"))->setEnabled(panel != ScanBanksPanel);
-        menuItem(QStringLiteral("ShowAllChanMenuItem"))->setEnabled(panel != ChannelListPanel);
-        menuItem(QStringLiteral("ShowServiceMenuItem"))->setEnabled(panel != ServicePanel);
+        menuItem(MenuId::ShowScanBanks)->setEnabled(panel != ScanBanksPanel);
+        menuItem(MenuId::ShowAllChan)->setEnabled(panel != ChannelListPanel);
+        menuItem(MenuId::ShowService)->setEnabled(panel != ServicePanel);
     });
 }
 

@@ -96,19 +96,19 @@ private:
 
 void installOrganize(MainForm& form) {
     auto* tools = new OrganizeTools(form);
-    if (QAction* item = form.wireMenuItem(QStringLiteral("CsvImportMenuItem"))) {
+    if (QAction* item = form.wireMenuItem(MenuId::CsvImport)) {
         item->setCheckable(true);
         QObject::connect(item, &QAction::triggered, tools,
                          [tools, item] { tools->csvImport(item); });
     }
-    if (QAction* item = form.wireMenuItem(QStringLiteral("CsvExportMenuItem")))
+    if (QAction* item = form.wireMenuItem(MenuId::CsvExport))
         QObject::connect(item, &QAction::triggered, tools, [tools] { tools->csvExport(); });
-    if (QAction* item = form.wireMenuItem(QStringLiteral("OrganizeBanksMenuItem"))) {
+    if (QAction* item = form.wireMenuItem(MenuId::OrganizeBanks)) {
         item->setCheckable(true);
         QObject::connect(item, &QAction::triggered, tools,
                          [tools, item] { tools->organizeBanks(item); });
     }
-    if (QAction* item = form.wireMenuItem(QStringLiteral("OrganizeChansMenuItem"))) {
+    if (QAction* item = form.wireMenuItem(MenuId::OrganizeChans)) {
         item->setCheckable(true);
         QObject::connect(item, &QAction::triggered, tools,
                          [tools, item] { tools->organizeChannels(item); });

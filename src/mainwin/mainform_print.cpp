@@ -34,7 +34,7 @@ void installPrint(MainForm& form) {
         });
     });
 
-    QAction* item = form.wireMenuItem(QStringLiteral("PrintBankMenuItem"));
+    QAction* item = form.wireMenuItem(MenuId::PrintBank);
     if (item == nullptr)
         return;
     // The mark shows the preview is open.

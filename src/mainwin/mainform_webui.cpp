@@ -10,7 +10,7 @@
 namespace kestrel {
 
 void installWebUi(MainForm& form) {
-    QAction* item = form.wireMenuItem(QStringLiteral("DatabaseAddressMenuItem"));
+    QAction* item = form.wireMenuItem(MenuId::DatabaseAddress);
     QObject::connect(item, &QAction::triggered, &form, [&form] {
         Trap(form.ctx().errors, "MainForm -> DatabaseAddressMenuItem",
              [&] { OpenDBaseLoc(form.ctx(), &form); });

@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -217,7 +218,8 @@ void FrmPrntPrev::PrintPicBtn() {
     if (!m_list)
         return;
     QPrinter printer(QPrinter::HighResolution);
-    printer.setPageLayout(DefaultPageLayout());
+    // The printer's own paper when it names one, otherwise the locale's.
+    printer.setPageLayout(DefaultPageLayout(QPrinterInfo::defaultPrinter().defaultPageSize()));
     printer.setDocName(m_description);
     int from = 1;
     int to = m_pages;

@@ -31,9 +31,22 @@ void textAt(QPainter& p, int x, int y, const QString& text) {
 
 } // namespace
 
-QPageLayout DefaultPageLayout() {
-    return QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait,
-                       QMarginsF(0.25, 0.25, 0.25, 0.25), QPageLayout::Inch);
+QPageSize LocalePaper(const QLocale& locale) {
+    // The countries where Letter is the paper in the shops; everywhere else it is A4.
+    static const QLocale::Territory letter[] = {
+        QLocale::UnitedStates, QLocale::Canada,    QLocale::Mexico,     QLocale::Philippines,
+        QLocale::Chile,        QLocale::Colombia,  QLocale::Venezuela,  QLocale::CostaRica,
+        QLocale::Guatemala,    QLocale::Panama,    QLocale::PuertoRico, QLocale::DominicanRepublic,
+        QLocale::ElSalvador,   QLocale::Nicaragua, QLocale::Belize};
+    for (const QLocale::Territory t : letter)
+        if (locale.territory() == t)
+            return QPageSize(QPageSize::Letter);
+    return QPageSize(QPageSize::A4);
+}
+
+QPageLayout DefaultPageLayout(const QPageSize& paper) {
+    return QPageLayout(paper.isValid() ? paper : LocalePaper(QLocale::system()),
+                       QPageLayout::Portrait, QMarginsF(0.25, 0.25, 0.25, 0.25), QPageLayout::Inch);
 }
 
 QSize PageSizeTwips() {

@@ -6,7 +6,9 @@
 #include "cprintlv.h"
 
 #include <QDateTime>
+#include <QLocale>
 #include <QPageLayout>
+#include <QPageSize>
 #include <functional>
 
 class QIODevice;
@@ -17,9 +19,11 @@ namespace kestrel {
 inline constexpr qint16 kDefaultMaxRows = 58; // rows per page when the caller sets none
 inline constexpr qint16 kListMaxRows = 50;    // what the main window's print commands ask for
 
-// The page everything is laid out on: US Letter, portrait, quarter-inch margins.
-QPageLayout DefaultPageLayout();
-// The printable part of that page in twips (1/1440 inch).
+// The paper of the user's country: Letter in the Americas that use it, A4 elsewhere.
+QPageSize LocalePaper(const QLocale& locale);
+// Portrait with quarter-inch margins on the given paper (the locale's when none is given).
+QPageLayout DefaultPageLayout(const QPageSize& paper = QPageSize());
+// The printable part of the locale's page in twips (1/1440 inch).
 QSize PageSizeTwips();
 
 QString PageNumberText(int page, int pageCount); // "Page: 2 of 4"

@@ -33,6 +33,7 @@ QMessageBox::StandardButtons boxButtons(Buttons buttons) {
     case Buttons::OkCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
     case Buttons::YesNo:
+    case Buttons::YesNoDefaultNo:
         return QMessageBox::Yes | QMessageBox::No;
     case Buttons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
@@ -55,6 +56,8 @@ QWidget* dialogParent() {
 
 Answer GuiPrompts::message(const QString& text, const QString& title, Icon icon, Buttons buttons) {
     QMessageBox box(boxIcon(icon), title, text, boxButtons(buttons), dialogParent());
+    if (buttons == Buttons::YesNoDefaultNo)
+        box.setDefaultButton(QMessageBox::No);
     switch (box.exec()) {
     case QMessageBox::Yes:
         return Answer::Yes;
@@ -64,7 +67,8 @@ Answer GuiPrompts::message(const QString& text, const QString& title, Icon icon,
         return Answer::Cancel;
     default:
         // Closing a box without a Cancel button by its frame counts as its first button.
-        return buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
+        return buttons == Buttons::YesNo || buttons == Buttons::YesNoDefaultNo ? Answer::No
+                                                                               : Answer::Ok;
     }
 }
 

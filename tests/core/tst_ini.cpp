@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -99,8 +100,12 @@ private Q_SLOTS:
         QCOMPARE(m.title, u"Kestrel Manager Error"_s);
         QVERIFY(m.icon == Icon::Critical && m.buttons == Buttons::YesNo);
         QCOMPARE(r.logPath(), m_dir.filePath(u"Error.log"_s));
-        static const QRegularExpression entry(
-            u"^\\n-- Error Occured: \\d{4}-\\d\\d-\\d\\d - \\d\\d:\\d\\d:\\d\\d --\\n"
+        // Date and time in the user's short forms.
+        const QString today =
+            QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat);
+        const QRegularExpression entry(
+            u"^\\n-- Error Occured: "_s + QRegularExpression::escape(today) +
+            u" - [^\\n]*\\d --\\n"
             "ModMain -> Load_Settings @ Line:12, Error: 13 -> Type mismatch\\n$"_s);
         QVERIFY(entry.match(QString::fromUtf8(readFile(r.logPath()))).hasMatch());
         // A folder that cannot hold the log: the dialog still comes, nothing else happens.

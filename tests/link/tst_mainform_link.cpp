@@ -3,6 +3,7 @@
 // display, and the time-out message.
 #include "testsupport.h"
 
+#include "link/frmcomset.h"
 #include "link/kestrelcomm.h"
 #include "link/scannersim.h"
 #include "mainwin/mainform.h"
@@ -11,9 +12,14 @@
 #include "core/profiles.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -168,6 +174,73 @@ private Q_SLOTS:
         QVERIFY(!rig.form->SndBankTxt()->isVisible());
         QVERIFY(!rig.form->captionLabel(1)->isVisible());
         QCOMPARE(rig.sim.model().framesReceived(), 1);
+    }
+
+    // The status bar counts the records sent; Cancel stops once the frame on its way has been
+    // answered and closes the port. A whole upload ends with its count.
+    void progressAndCancel() {
+        Rig rig(fast());
+        rig.link->setTimeScale(0.005);
+        auto* bar = rig.form->findChild<QProgressBar*>(QStringLiteral("UploadProgressBar"));
+        auto* cancel = rig.form->findChild<QPushButton*>(QStringLiteral("UploadCancelBtn"));
+        QStringList shown;
+        int framesAtCancel = -1;
+        connect(rig.link, &KestrelComm::uploadProgress, this, [&](int n) {
+            if (bar->isVisible() && cancel->isVisible())
+                shown << bar->text();
+            if (n == 7 && framesAtCancel < 0) {
+                framesAtCancel = rig.sim.model().framesReceived();
+                cancel->click();
+            }
+        });
+        rig.item("UploadAllBanksMenuItem")->trigger();
+        QCOMPARE(shown.first(), QStringLiteral("1 of 200"));
+        QCOMPARE(shown.last(), QStringLiteral("7 of 200"));
+        QCOMPARE(rig.sim.model().framesReceived(), framesAtCancel + 1);
+        QVERIFY(!rig.link->ComPortOpen());
+        QVERIFY(!bar->isVisible() && !cancel->isVisible());
+        QCOMPARE(rig.form->statusBar()->currentMessage(),
+                 QStringLiteral("Upload cancelled: 7 of 200 channels sent"));
+        QTest::qWait(50);
+        QCOMPARE(rig.sim.model().framesReceived(), framesAtCancel + 1);
+
+        shown.clear();
+        rig.item("UploadSrchBankMenuItem")->trigger();
+        QCOMPARE(shown.last(), QStringLiteral("10 of 10"));
+        QCOMPARE(rig.form->statusBar()->currentMessage(),
+                 QStringLiteral("Upload finished: 10 search ranges"));
+        QVERIFY(rig.prompts.messages().isEmpty());
+    }
+
+    // The port window gives the chosen COM number another device; it is used at once and kept
+    // in the settings.
+    void devicePathInPortWindow() {
+        Rig rig(fast());
+        ScannerSimulator other(fast());
+        QVERIFY(other.start());
+        QString before;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] {
+            auto* w = qobject_cast<FrmComSet*>(QApplication::activeModalWidget());
+            if (!w)
+                return;
+            timer.stop();
+            before = w->DevicePathCbo()->currentText();
+            w->DevicePathCbo()->setEditText(other.devicePath());
+            w->CmdAccept()->click();
+        });
+        timer.start(10);
+        rig.item("ComPortMenuItem")->trigger();
+        QCOMPARE(before, rig.sim.devicePath());
+        QCOMPARE(rig.ctx->settings.PortOverrides.value(4), other.devicePath());
+        QCOMPARE(rig.link->currentDevice(), other.devicePath());
+        rig.link->setTimeScale(0.005);
+        rig.item("UploadSrchBankMenuItem")->trigger();
+        QCOMPARE(other.model().framesReceived(), 12);
+        QCOMPARE(rig.sim.model().framesReceived(), 0);
+        QVERIFY(rig.form->close());
+        QVERIFY(readFile(rig.dir.filePath(QStringLiteral("Main.ini")))
+                    .contains("COM4=" + other.devicePath().toUtf8()));
     }
 };
 

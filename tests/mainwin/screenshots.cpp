@@ -7,6 +7,9 @@
 #include "import/frmimportrr.h"
 #include "import/frmverifyrrchan.h"
 #include "import/searchtree.h"
+#include "link/frmcomset.h"
+#include "link/kestrelcomm.h"
+#include "link/scannersim.h"
 #include "mainwin/mainform.h"
 #include "webservice/rrclient.h"
 #include "webservice/server/rrlocalserver.h"
@@ -17,6 +20,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QEventLoop>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -42,8 +46,26 @@ int main(int argc, char** argv) {
     kestrel::AppContext ctx(data.path(), &prompts);
     kestrel::MakeBanksDir(ctx);
     kestrel::Load_Profiles(ctx);
+    // A scanner on a pseudo-terminal, so that an upload runs and the port window has a device.
+    kestrel::ScannerSimulator::Options simOptions;
+    simOptions.cable = 3;
+    simOptions.wireScale = 0;
+    kestrel::ScannerSimulator sim(simOptions);
+    const bool simulated = sim.start();
+    if (simulated) {
+        ctx.settings.CommPort = 1;
+        ctx.settings.KestrelCable = 3;
+        ctx.settings.PortOverrides.insert(1, sim.devicePath());
+    }
     kestrel::MainForm form(ctx);
-    form.show();
+    auto* link = form.findChild<kestrel::KestrelComm*>();
+    link->setTimeScale(0.01);
+    {
+        QEventLoop setUp;
+        QObject::connect(&form, &kestrel::MainForm::linkSetUpDone, &setUp, &QEventLoop::quit);
+        form.show();
+        setUp.exec();
+    }
     form.resize(920, 680); // the size it opens with on a desktop screen
 
     const auto shoot = [&](const char* item, const QString& name) {
@@ -63,6 +85,24 @@ int main(int argc, char** argv) {
     form.BankTab()->setCurrentIndex(0);
     ok = shoot("ShowAllChanMenuItem", QStringLiteral("all-channels")) && ok;
     ok = shoot("ShowServiceMenuItem", QStringLiteral("service-freqs")) && ok;
+    form.menuItem(kestrel::MenuId::ShowScanBanks)->trigger();
+
+    if (simulated) {
+        // The status bar's progress a fifth of the way through an upload of every bank.
+        const auto at =
+            QObject::connect(link, &kestrel::KestrelComm::uploadProgress, &form, [&](int n) {
+                if (n != 40)
+                    return;
+                QApplication::processEvents();
+                const QString path =
+                    outDir + QStringLiteral("/upload-progress") + suffix + QStringLiteral(".png");
+                ok = form.grab().save(path) && ok;
+                std::printf("%s\n", qPrintable(path));
+                link->cancelUpload();
+            });
+        form.menuItem(kestrel::MenuId::UploadAllBanks)->trigger();
+        QObject::disconnect(at);
+    }
 
     const auto shootWindow = [&](QWidget& w, const QString& name) {
         w.show();
@@ -73,6 +113,10 @@ int main(int argc, char** argv) {
         w.close();
         return saved;
     };
+    {
+        kestrel::FrmComSet window(ctx, *link, &form);
+        ok = shootWindow(window, QStringLiteral("com-port")) && ok;
+    }
     {
         kestrel::FrmDBaseLoc window(ctx, &form);
         ok = shootWindow(window, QStringLiteral("database-location")) && ok;

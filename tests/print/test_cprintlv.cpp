@@ -50,6 +50,22 @@ class TestCPrintLV : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    // The paper follows the user's country.
+    void localePaper_data() {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<int>("paper");
+        QTest::newRow("US") << u"en_US"_s << int(QPageSize::Letter);
+        QTest::newRow("Canada") << u"fr_CA"_s << int(QPageSize::Letter);
+        QTest::newRow("Germany") << u"de_DE"_s << int(QPageSize::A4);
+        QTest::newRow("Britain") << u"en_GB"_s << int(QPageSize::A4);
+        QTest::newRow("C") << u"C"_s << int(QPageSize::A4);
+    }
+    void localePaper() {
+        QFETCH(QString, locale);
+        QFETCH(int, paper);
+        QCOMPARE(int(LocalePaper(QLocale(locale)).id()), paper);
+    }
+
     void pagination_data() {
         QTest::addColumn<int>("count");
         QTest::addColumn<int>("rows");
