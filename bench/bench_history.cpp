@@ -9,6 +9,8 @@
 #include "history/history.h"
 #include "mainwin/mainform.h"
 
+#include "benchapp.h"
+
 #include <QApplication>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -18,19 +20,6 @@
 namespace {
 
 constexpr int kSteps = 10000;
-
-QApplication& undoGuiApp() {
-    static int argc = 1;
-    static char name[] = "kestrel-bench";
-    static char* argv[] = {name, nullptr};
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication* app = [] {
-        auto* existing = qobject_cast<QApplication*>(QCoreApplication::instance());
-        return existing ? existing : new QApplication(argc, argv);
-    }();
-    return *app;
-}
 
 size_t heapInUse() {
     return mallinfo2().uordblks;
@@ -84,7 +73,7 @@ void UndoOneStep(benchmark::State& state) {
 BENCHMARK(UndoOneStep)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 void UndoOneStepShown(benchmark::State& state) {
-    undoGuiApp();
+    kestrel::bench::GuiApp();
     SteppedContext s(state.range(0) != 0);
     kestrel::MainForm form(s.ctx);
     form.show();

@@ -6,6 +6,8 @@
 #include "webservice/rrclient.h"
 #include "webservice/server/rrlocalserver.h"
 
+#include "benchapp.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QTemporaryDir>
@@ -14,19 +16,6 @@
 #include <memory>
 
 namespace {
-
-QApplication& importGuiApp() {
-    static int argc = 1;
-    static char name[] = "kestrel-bench";
-    static char* argv[] = {name, nullptr};
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication* app = [] {
-        auto* existing = qobject_cast<QApplication*>(QCoreApplication::instance());
-        return existing ? existing : new QApplication(argc, argv);
-    }();
-    return *app;
-}
 
 // The demo data with one more county of North Province: 20 subcategories of 25 frequencies.
 kestrel::RRDataSet largeCounty() {
@@ -60,7 +49,7 @@ kestrel::RRDataSet largeCounty() {
 }
 
 void ImportCountyTree(benchmark::State& state) {
-    importGuiApp();
+    kestrel::bench::GuiApp();
     qputenv("KESTREL_SECRET_STORE", "none");
     QTemporaryDir dir;
     kestrel::ScriptedPrompts prompts;

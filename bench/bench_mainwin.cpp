@@ -6,6 +6,8 @@
 #include "core/profiles.h"
 #include "mainwin/mainform.h"
 
+#include "benchapp.h"
+
 #include <QApplication>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -13,19 +15,6 @@
 #include <memory>
 
 namespace {
-
-QApplication& guiApp() {
-    static int argc = 1;
-    static char name[] = "kestrel-bench";
-    static char* argv[] = {name, nullptr};
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication* app = [] {
-        auto* existing = qobject_cast<QApplication*>(QCoreApplication::instance());
-        return existing ? existing : new QApplication(argc, argv);
-    }();
-    return *app;
-}
 
 // A shown main window over a throw-away data folder whose profiles 0 and 1 differ in every
 // channel, so that each switch repaints every row.
@@ -36,7 +25,7 @@ struct ShownWindow {
     std::unique_ptr<kestrel::MainForm> form;
 
     ShownWindow() {
-        guiApp();
+        kestrel::bench::GuiApp();
         ctx = std::make_unique<kestrel::AppContext>(dir.path(), &prompts);
         kestrel::MakeBanksDir(*ctx);
         kestrel::Load_Profiles(*ctx);

@@ -4,6 +4,8 @@
 #include "webservice/rrclient.h"
 #include "webservice/server/rrlocalserver.h"
 
+#include "benchapp.h"
+
 #include <QApplication>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -12,20 +14,8 @@ using namespace kestrel;
 
 namespace {
 
-// The window benchmarks need a QApplication; one application object serves both.
-void ensureApp() {
-    static int argc = 1;
-    static char name[] = "kestrel-bench";
-    static char* argv[] = {name, nullptr};
-    if (QCoreApplication::instance())
-        return;
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(argc, argv);
-}
-
 void GetTagRoundTrip(benchmark::State& state) {
-    ensureApp();
+    kestrel::bench::GuiApp();
     RRLocalServer server;
     QTemporaryDir dir;
     ScriptedPrompts prompts(Answer::Yes);

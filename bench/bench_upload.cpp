@@ -3,6 +3,7 @@
 // pseudo-terminal, at real pace and real line speed. Reports the wall time against the floor
 // (every prescribed pause plus the 9600 baud line time of every frame and answer) and the CPU
 // time the upload itself used.
+#include "benchapp.h"
 #include "link/frames.h"
 #include "link/kestrelcomm.h"
 #include "link/scannersim.h"
@@ -33,17 +34,8 @@ double processCpuSeconds() {
     return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
 }
 
-void ensureApp() {
-    if (QCoreApplication::instance())
-        return;
-    static int argc = 1;
-    static char name[] = "kestrel-bench";
-    static char* argv[] = {name, nullptr};
-    static QCoreApplication app(argc, argv);
-}
-
 void BM_UploadAllBanksThreeWire(benchmark::State& state) {
-    ensureApp();
+    kestrel::bench::GuiApp();
     QTemporaryDir dir;
     ScriptedPrompts prompts{Answer::Ok};
     AppContext ctx(dir.path(), &prompts);

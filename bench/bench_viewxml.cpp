@@ -4,22 +4,14 @@
 #include "core/appcontext.h"
 #include "webservice/ui/frmviewxml.h"
 
+#include "benchapp.h"
+
 #include <QApplication>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <benchmark/benchmark.h>
 
 namespace {
-
-void ensureGuiApp() {
-    static int argc = 1;
-    static char name[] = "kestrel-bench";
-    static char* argv[] = {name, nullptr};
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
-        new QApplication(argc, argv);
-}
 
 // A search reply of about 50 MB: an envelope, a body, a list of records of some 200 bytes each.
 const QString& bigReply() {
@@ -51,7 +43,7 @@ void ViewXmlParseOnly(benchmark::State& state) {
 BENCHMARK(ViewXmlParseOnly)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 void ViewXmlFill(benchmark::State& state) {
-    ensureGuiApp();
+    kestrel::bench::GuiApp();
     QTemporaryDir dir;
     kestrel::AppContext ctx(dir.path());
     kestrel::FrmViewXml w(ctx);
@@ -67,7 +59,7 @@ BENCHMARK(ViewXmlFill)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 // Opening "searchResponse" turns every record under "return" into a tree item.
 void ViewXmlOpenRecords(benchmark::State& state) {
-    ensureGuiApp();
+    kestrel::bench::GuiApp();
     QTemporaryDir dir;
     kestrel::AppContext ctx(dir.path());
     kestrel::FrmViewXml w(ctx);
