@@ -16,8 +16,10 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScreen>
 #include <QTabBar>
 #include <QTableWidget>
@@ -54,17 +56,29 @@ void doubleClickCell(QTableWidget* list, int row, int column) {
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, cellCenter(list, row, column));
 }
 
-// Runs `act` on the modal dialog once it is shown.
+// Runs `act` on the modal dialog once it is shown. A dialog still open a second after its answer
+// is rejected, so a wrong answer fails the test instead of hanging it.
 void whenModal(std::function<void(QWidget*)> act) {
     auto* timer = new QTimer;
     timer->setInterval(10);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
-        if (QWidget* w = QApplication::activeModalWidget()) {
-            timer->deleteLater();
-            timer->stop();
-            act(w);
-        }
-    });
+    QObject::connect(
+        timer, &QTimer::timeout, timer,
+        [timer, act, acted = false, answered = QPointer<QWidget>(), ticks = 0]() mutable {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (!acted) {
+                if (modal) {
+                    acted = true;
+                    answered = modal;
+                    act(modal);
+                }
+            } else if (!answered || !answered->isVisible()) {
+                timer->stop();
+                timer->deleteLater();
+            } else if (++ticks > 100) {
+                if (auto* dialog = qobject_cast<QDialog*>(modal))
+                    dialog->reject();
+            }
+        });
     timer->start();
 }
 
@@ -590,7 +604,8 @@ private Q_SLOTS:
             auto* dialog = qobject_cast<QFileDialog*>(w);
             seen = dialog->windowTitle() + '|' + dialog->directory().absolutePath() + '|' +
                    dialog->nameFilters().join(',');
-            dialog->selectFile(u"Air.BKE"_s);
+            // Typed as a user would: selectFile() leaves a focused name field as it is.
+            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(u"Air.BKE"_s);
             QMetaObject::invokeMethod(dialog, "accept");
         });
         QCOMPARE(prompts.openFile(open), std::optional(dir.filePath(u"Air.BKE"_s)));
