@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Undo and redo in the main window, offscreen: each kind of change undone in one step from the
-// Edit menu, the keyboard or the Edit History list, the step's bank and profile shown first,
-// and closing after everything was undone writes no file.
+// Undo and redo in the main window, offscreen: a cell edit undone in one step from the Edit
+// menu, the keyboard or the Edit History list, the step's bank and profile shown first, and
+// closing after everything was undone writes no file. Every other kind of step is undone in
+// tst_history.
 #include "core/files.h"
 #include "core/profiles.h"
 #include "history/history.h"
@@ -9,8 +10,6 @@
 #include "link/kestrelcomm.h"
 #include "mainwin/inplaceedit.h"
 #include "mainwin/mainform.h"
-#include "organize/chnlorganizer.h"
-#include "organize/csvimport.h"
 #include "testsupport.h"
 
 #include <QAction>
@@ -27,31 +26,23 @@ class TestUndoWindow : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void undoneInOneStep_data() {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<int>("profile"); // where the change is made
+        QTest::addColumn<int>("profile"); // where the channel is edited
         QTest::addColumn<int>("bank");
         QTest::addColumn<int>("shownBank"); // what is shown when it is undone
         QTest::addColumn<QString>("undo");
         QTest::addColumn<QString>("redo");
         QTest::addColumn<QString>("caption"); // of the Undo item after the change
-        QTest::newRow("edit, keys") << "edit" << 0 << 1 << 1 << "Ctrl+Z"
-                                    << "Ctrl+Shift+Z"
-                                    << "&Undo Edit Frequency of Channel 5";
-        QTest::newRow("edit, other bank") << "edit" << 0 << 3 << 7 << "Ctrl+Z"
-                                          << "Ctrl+Y"
-                                          << "&Undo Edit Frequency of Channel 45";
-        QTest::newRow("edit, other profile") << "edit" << 2 << 4 << 2 << "history"
-                                             << "Ctrl+Y"
-                                             << "&Undo Edit Frequency of Channel 65";
-        QTest::newRow("organize drop") << "drop" << 0 << 2 << 11 << "menu"
-                                       << "Ctrl+Y"
-                                       << "&Undo Organize Channels";
-        QTest::newRow("csv import") << "csv" << 0 << 5 << 1 << "history"
-                                    << "menu"
-                                    << "&Undo CSV Import";
+        QTest::newRow("keys") << 0 << 1 << 1 << "Ctrl+Z"
+                              << "Ctrl+Shift+Z"
+                              << "&Undo Edit Frequency of Channel 5";
+        QTest::newRow("other bank") << 0 << 3 << 11 << "menu"
+                                    << "Ctrl+Y"
+                                    << "&Undo Edit Frequency of Channel 45";
+        QTest::newRow("other profile") << 2 << 4 << 2 << "history"
+                                       << "menu"
+                                       << "&Undo Edit Frequency of Channel 65";
     }
     void undoneInOneStep() {
-        QFETCH(QString, kind);
         QFETCH(int, profile);
         QFETCH(int, bank);
         QFETCH(int, shownBank);
@@ -59,10 +50,6 @@ private Q_SLOTS:
         QFETCH(QString, redo);
         QFETCH(QString, caption);
         QTemporaryDir dir;
-        QByteArray csv = "Description,Frequency\n";
-        for (int i = 1; i <= 20; ++i)
-            csv += "Csv,1" + QByteArray::number(40 + i) + ".5\n";
-        kestrel::test::writeFile(dir.filePath(u"in.csv"_s), csv);
         ScriptedPrompts prompts(Answer::Yes);
         AppContext ctx(dir.path(), &prompts);
         MakeBanksDir(ctx);
@@ -92,28 +79,15 @@ private Q_SLOTS:
         QAction* undoItem = form.menuItem(u"UndoMenuItem"_s);
         QVERIFY(!undoItem->isEnabled());
         show(profile, bank);
+        QTableWidget* list = form.ChnlsLv();
         const QStringList before = imageLines(ctx.Profiles);
-        const QString row5 = form.ChnlsLv()->item(4, ColFreq)->text();
-        if (kind == u"edit") {
-            QTableWidget* list = form.ChnlsLv();
-            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                               list->visualRect(list->model()->index(4, ColFreq)).center());
-            QTest::keyClicks(form.FreqTxt(), u"146.52"_s);
-            QTest::keyClick(form.FreqTxt(), Qt::Key_Return);
-        } else if (kind == u"drop") {
-            ChannelOrganizer org(ctx);
-            org.load(qint16(profile));
-            QVERIFY(org.selectBank(ChannelOrganizer::Source, bank));
-            QVERIFY(org.dropOnSource(u"XFR,%1"_s.arg(ChannelNumber(bank, 1)), 5));
-            org.saveCurrent();
-        } else {
-            CsvImport import(ctx);
-            QVERIFY(import.open(dir.filePath(u"in.csv"_s)));
-            QCOMPARE(import.importToBank(qint16(profile), bank, {1, 2, 0, 0, 0}), 20);
-        }
-        form.refreshLists(); // as the organizer and import windows ask for
+        const QString row5 = list->item(4, ColFreq)->text();
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
+                           list->visualRect(list->model()->index(4, ColFreq)).center());
+        QTest::keyClicks(form.FreqTxt(), u"146.52"_s);
+        QTest::keyClick(form.FreqTxt(), Qt::Key_Return);
         const QStringList after = imageLines(ctx.Profiles);
-        QVERIFY(after != before && form.ChnlsLv()->item(4, ColFreq)->text() != row5);
+        QVERIFY(after != before && list->item(4, ColFreq)->text() != row5);
         QCOMPARE(HistoryOf(ctx).stack().count(), 1);
         QCOMPARE(undoItem->text(), caption);
 
@@ -122,11 +96,11 @@ private Q_SLOTS:
         QCOMPARE(imageLines(ctx.Profiles), before); // records and Changed flags
         QCOMPARE(ctx.CurProfile, profile);
         QCOMPARE(form.BankTab()->currentIndex(), bank - 1);
-        QCOMPARE(form.ChnlsLv()->item(4, ColFreq)->text(), row5);
+        QCOMPARE(list->item(4, ColFreq)->text(), row5);
         QVERIFY(!undoItem->isEnabled());
         press(redo, "RedoMenuItem");
         QCOMPARE(imageLines(ctx.Profiles), after);
-        QVERIFY(form.ChnlsLv()->item(4, ColFreq)->text() != row5);
+        QVERIFY(list->item(4, ColFreq)->text() != row5);
 
         HistoryOf(ctx).stack().undo();
         QVERIFY(form.close());
