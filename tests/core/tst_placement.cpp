@@ -24,8 +24,6 @@ private Q_SLOTS:
         const QList<QRect> two{kLeft, kRight};
         QTest::newRow("on screen stays")
             << QRect(100, 100, 400, 300) << two << QRect(100, 100, 400, 300);
-        QTest::newRow("on the second screen stays")
-            << QRect(2000, 500, 400, 300) << two << QRect(2000, 500, 400, 300);
         QTest::newRow("past the right screen: nearest")
             << QRect(5000, 200, 400, 300) << two << QRect(3200 - 400, 200, 400, 300);
         QTest::newRow("above and left of all")
@@ -60,10 +58,6 @@ private Q_SLOTS:
         QTest::addColumn<QSize>("minimum");
         QTest::addColumn<QRect>("area");
         QTest::addColumn<QSize>("size");
-        const QMargins frame(8, 32, 8, 8);
-        // 1600 x 900 pixels at a scale factor of 2 give 800 x 450 to lay out in.
-        QTest::newRow("900-pixel screen at scale 2")
-            << QSize(920, 680) << QSize(500, 380) << QRect(0, 0, 800, 450) << QSize(784, 410);
         QTest::newRow("room enough: as wanted")
             << QSize(920, 680) << QSize(500, 380) << kLeft << QSize(920, 680);
         QTest::newRow("below the minimum: grown")

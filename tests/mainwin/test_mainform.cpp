@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The main window driven offscreen as a user drives it: clicks, double clicks, typing, pop-up
 // menus, menu commands with their dialogs answered through the prompts seam, the standard keys,
-// the clipboard and closing; then the records and the files on disk are checked.
+// the clipboard, undo and closing; then the records and the files on disk are checked.
 #include "core/files.h"
 #include "core/freq.h"
 #include "core/profiles.h"
+#include "history/history.h"
+#include "history/imagelines.h"
 #include "link/kestrelcomm.h"
 #include "mainwin/inplaceedit.h"
 #include "mainwin/mainform.h"
@@ -27,6 +29,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QUndoView>
 #include <functional>
 #include <memory>
 
@@ -164,11 +167,6 @@ private:
         for (const QString& name : items)
             QVERIFY2(m_form->menuItem(name)->isEnabled() == on, qPrintable(name));
     }
-    void clearChanged() {
-        prof().Changed = false;
-        for (int b = 1; b <= BankCount; ++b)
-            prof().Banks[b].Changed = false;
-    }
     // Keys as a user presses them, into whatever has the focus.
     void press(const QKeySequence& keys) {
         QWidget* focus = QApplication::focusWidget();
@@ -250,9 +248,8 @@ private Q_SLOTS:
         QFETCH(int, tab);
         QFETCH(QString, acts);
         QFETCH(QString, after);
-        MainForm& form = startFresh();
+        MainForm& form = startSaved();
         clickBankTab(tab);
-        clearChanged();
         const QMap<QString, int> switches{
             {"D", ColDelay}, {"P", ColPriority}, {"L", ColLockout}, {"#", ColChanNumber}};
         for (const QString& act : acts.split(u' '))
@@ -437,12 +434,11 @@ private Q_SLOTS:
         QFETCH(int, tab);
         QFETCH(int, answer);
         QFETCH(QStringList, after);
-        MainForm& form = startFresh();
+        MainForm& form = startSaved();
         ProfileRec& p = prof();
         p.Banks[2].Chans[1].Desc = p.Banks[5].Chans[20].Desc = p.Searches[3].Desc = "Mine";
         form.refreshLists();
         clickBankTab(tab);
-        clearChanged();
         m_prompts->queueAnswer(Answer(answer));
         trigger(item);
         QCOMPARE(m_prompts->messages().size(), 1);
@@ -460,22 +456,6 @@ private Q_SLOTS:
         QCOMPARE(tab == 10 ? cell(form.SearchLV(), 2, ColSrchDesc)
                            : cell(form.ChanLV(), 20, ColDesc),
                  after[tab == 10 ? 2 : 0]);
-    }
-
-    // Clear Current Bank marks only the profile: the bank file stays, the next start shows the
-    // old channels; cleared search limits do reach the profile's search file.
-    void clearedBankIsNotWrittenAtClosing() {
-        MainForm& form = startSaved();
-        const QByteArray before = readFile(bankPath("Bank01"));
-        trigger("ClearCurrBankMenuItem");
-        QCOMPARE(cell(form.ChnlsLv(), 0, ColDesc), u"Edit-Me"_s);
-        clickBankTab(10);
-        trigger("ClearSearchMenuItem");
-        closeForm();
-        QCOMPARE(readFile(bankPath("Bank01")), before);
-        MainForm& again = start();
-        QCOMPARE(cell(again.ChnlsLv(), 0, ColDesc), u"Chan #001"_s);
-        QCOMPARE(cell(again.SearchLV(), 2, ColSrchDesc), u"Edit-Me"_s);
     }
 
     // Save Bank writes the bank at once and clears its flag; closing rewrites the profile's
@@ -604,7 +584,6 @@ private Q_SLOTS:
         const auto row = [](const char* name, QKeySequence keys, MenuId id, int tab = 0) {
             QTest::newRow(name) << keys << int(id) << tab;
         };
-        row("save profile", QKeySequence::Save, MenuId::SaveProfile);
         row("open bank", QKeySequence::Open, MenuId::LoadBank);
         row("open search limits", QKeySequence::Open, MenuId::LoadSearch, 10);
         row("print", QKeySequence::Print, MenuId::PrintBank);
@@ -615,8 +594,6 @@ private Q_SLOTS:
                                                        : QKeySequence(QKeySequence::Quit),
             MenuId::Exit);
         row("cut", QKeySequence::Cut, MenuId::Cut);
-        row("copy", QKeySequence::Copy, MenuId::Copy);
-        row("paste", QKeySequence::Paste, MenuId::Paste);
         row("select all", QKeySequence::SelectAll, MenuId::SelectAll);
         row("delete", QKeySequence::Delete, MenuId::ClearSelected);
         row("previous bank", QKeySequence(Qt::CTRL | Qt::Key_PageUp), MenuId::PreviousBank);
@@ -635,8 +612,7 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 1);
     }
 
-    // Bank keys, and the list edited without the mouse: F2 opens the cell, Enter commits,
-    // Space flips a switch.
+    // Bank keys, and the list edited without the mouse: F2 opens the cell, Enter commits.
     void keyboardOnly() {
         MainForm& form = startSaved();
         QTableWidget* list = form.ChnlsLv();
@@ -657,13 +633,6 @@ private Q_SLOTS:
         QTest::keyClick(form.FreqTxt(), Qt::Key_Return);
         QCOMPARE(prof().Banks[1].Chans[5].Freq, 146'520'000.0);
         QCOMPARE(QApplication::focusWidget(), list);
-        QTest::keyClick(list, Qt::Key_Right);
-        QTest::keyClick(list, Qt::Key_Right);
-        QCOMPARE(list->currentColumn(), int(ColDelay));
-        const bool delay = prof().Banks[1].Chans[5].Delay;
-        QTest::keyClick(list, Qt::Key_Space);
-        QCOMPARE(prof().Banks[1].Chans[5].Delay, !delay);
-        QCOMPARE(cell(list, 4, ColDelay), delay ? u"False"_s : u"True"_s);
     }
 
     void copyThenPasteIntoAnotherBank() {
@@ -716,12 +685,15 @@ private Q_SLOTS:
                  qPrintable(m_prompts->messages()[0].text));
     }
 
+    // Space flips a switch; the caption marks the unsaved change.
     void unsavedMark() {
         MainForm& form = startSaved();
         QCOMPARE(form.windowTitle(), u"Kestrel Manager [Main]"_s);
         form.ChnlsLv()->setFocus();
         form.ChnlsLv()->setCurrentCell(0, ColDelay);
         QTest::keyClick(form.ChnlsLv(), Qt::Key_Space);
+        QVERIFY(prof().Banks[1].Chans[1].Delay);
+        QCOMPARE(cell(form.ChnlsLv(), 0, ColDelay), u"True"_s);
         QCOMPARE(form.windowTitle(), u"Kestrel Manager [Main*]"_s);
         // Another profile has nothing unsaved; back on Main the mark is there again.
         clickProfileTab(2);
@@ -730,6 +702,69 @@ private Q_SLOTS:
         QVERIFY(form.windowTitle().endsWith(u"*]"_s));
         press(QKeySequence::Save);
         QCOMPARE(form.windowTitle(), u"Kestrel Manager [Main]"_s);
+    }
+
+    // A cell edit undone and redone by the keys or from the Edit History list: the step's
+    // profile and bank are shown first, and closing after it was undone writes no file. Every
+    // other kind of step is undone in tst_history.
+    void undoneInOneStep_data() {
+        QTest::addColumn<int>("profile"); // where the channel is edited
+        QTest::addColumn<int>("bank");
+        QTest::addColumn<QString>("undo");
+        QTest::addColumn<QString>("redo");
+        QTest::addColumn<QString>("caption"); // of the Undo item after the change
+        QTest::newRow("in place") << 0 << 1 << "Ctrl+Z"
+                                  << "Ctrl+Shift+Z"
+                                  << "&Undo Edit Frequency of Channel 5";
+        // Undone while profile 1's search ranges are shown.
+        QTest::newRow("other profile and bank") << 2 << 4 << "history"
+                                                << "Ctrl+Y"
+                                                << "&Undo Edit Frequency of Channel 65";
+    }
+    void undoneInOneStep() {
+        QFETCH(int, profile);
+        QFETCH(int, bank);
+        QFETCH(QString, undo);
+        QFETCH(QString, redo);
+        MainForm& form = startSaved();
+        const auto files = kestrel::test::snapshotTree(m_dir->path());
+        QAction* undoItem = form.menuItem(u"UndoMenuItem"_s);
+        QVERIFY(!undoItem->isEnabled());
+        clickProfileTab(profile);
+        clickBankTab(bank - 1);
+        const QStringList before = imageLines(m_ctx->Profiles);
+        const QString row5 = cell(form.ChnlsLv(), 4, ColFreq);
+        editCell(form.ChnlsLv(), 4, ColFreq, u"146.52"_s);
+        const QStringList after = imageLines(m_ctx->Profiles);
+        QVERIFY(after != before && cell(form.ChnlsLv(), 4, ColFreq) != row5);
+        QCOMPARE(HistoryOf(*m_ctx).stack().count(), 1);
+        QTEST(undoItem->text(), "caption");
+
+        if (profile != 0) {
+            clickProfileTab(1);
+            clickBankTab(10);
+        }
+        if (undo == u"history") { // the list's first row: before any change
+            trigger(u"EditHistoryMenuItem"_s);
+            auto* view = form.findChild<QUndoView*>();
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                              view->visualRect(view->model()->index(0, 0)).center());
+        } else {
+            press(QKeySequence(undo));
+        }
+        QCOMPARE(imageLines(m_ctx->Profiles), before); // records and Changed flags
+        QCOMPARE(m_ctx->CurProfile, profile);
+        QCOMPARE(form.BankTab()->currentIndex(), bank - 1);
+        QCOMPARE(cell(form.ChnlsLv(), 4, ColFreq), row5);
+        QVERIFY(!undoItem->isEnabled());
+        QTest::keySequence(&form, QKeySequence(redo));
+        QCOMPARE(imageLines(m_ctx->Profiles), after);
+        QVERIFY(cell(form.ChnlsLv(), 4, ColFreq) != row5);
+
+        HistoryOf(*m_ctx).stack().undo();
+        closeForm();
+        QCOMPARE(kestrel::test::changedFiles(files, kestrel::test::snapshotTree(m_dir->path())),
+                 QStringList());
     }
 };
 
