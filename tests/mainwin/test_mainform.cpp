@@ -357,7 +357,6 @@ private Q_SLOTS:
         QTest::newRow("search limits") << 0 << 10 << "Coast|Banks/SrchBank00.SKE|Banks/Coast.SKE";
         QTest::newRow("profile") << 1 << -1 << "Club|Profile01.ini|Club.ini";
         QTest::newRow("bank onto an existing file") << 0 << 0 << "Bank02||";
-        QTest::newRow("profile onto an existing file") << 1 << -1 << "Profile02||";
     }
     void rename() {
         QFETCH(int, profile);
