@@ -101,7 +101,6 @@ private Q_SLOTS:
             QTest::newRow(tag) << box << keys << leave << shown << version;
         };
         row("user version 12", "RRVerTxt", "12", tab, "8");
-        row("user version 12, Enter", "RRVerTxt", "12", enter, "8");
         row("user version 6, letter refused", "RRVerTxt", "6x", tab, "6", 6);
         row("port 79", "ProxyPrtTxt", "79", tab, "8080");
         row("port 40000", "ProxyPrtTxt", "40000", enter, "8080");

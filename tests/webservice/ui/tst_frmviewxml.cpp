@@ -85,8 +85,6 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("attributes");
         QTest::newRow("declaration") << "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r/>"
                                      << QStringList{"version=1.0", "encoding=UTF-8"};
-        QTest::newRow("standalone") << "<?xml version='1.0' standalone='yes'?><r/>"
-                                    << QStringList{"version=1.0", "standalone=yes"};
         QTest::newRow("other instruction")
             << "<?style href=\"a.css\" type=\"text/css\"?><r/>" << QStringList{};
     }
