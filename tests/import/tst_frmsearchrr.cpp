@@ -199,7 +199,6 @@ private Q_SLOTS:
         item->trigger();
         FrmFeeds* f = m_win->feedsWindow();
         QVERIFY(f && item->isChecked());
-        QCOMPARE(f->windowTitle(), QString("My Audio Feeds"));
         QTreeWidget* lv = f->Lv1();
         QCOMPARE(lv->topLevelItemCount(), count);
         for (int i = 0; i < count; ++i) {

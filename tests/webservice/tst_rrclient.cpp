@@ -321,15 +321,12 @@ private Q_SLOTS:
             proxy.terminate();
             proxy.waitForFinished(3000);
         });
-        QTcpSocket ready;
-        for (int i = 0; i < 50; ++i) {
-            ready.connectToHost(QHostAddress::LocalHost, port);
-            if (ready.waitForConnected(100))
-                break;
-            QTest::qWait(100);
-        }
-        QCOMPARE(ready.state(), QAbstractSocket::ConnectedState);
-        ready.disconnectFromHost();
+        const auto accepts = [port] {
+            QTcpSocket s;
+            s.connectToHost(QHostAddress::LocalHost, port);
+            return s.waitForConnected(100);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(accepts(), 10000);
 
         Fixture f;
         f.ctx.settings.DBaseProxyUse = true;

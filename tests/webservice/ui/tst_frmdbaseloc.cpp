@@ -64,7 +64,6 @@ private Q_SLOTS:
         QTest::newRow("service, chosen") << 0 << false << kEndUsr;
         QTest::newRow("local, chosen") << 1 << false << kLocUsr;
         QTest::newRow("service, stored") << 0 << true << kEndUsr;
-        QTest::newRow("local, stored") << 1 << true << kLocUsr;
     }
     void latestVersion() {
         QFETCH(int, location);
