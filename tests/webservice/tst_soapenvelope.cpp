@@ -127,7 +127,9 @@ private Q_SLOTS:
         QTest::newRow("deep nesting") << QByteArray("<Envelope><Body><x>") +
                                              QByteArray(5000, 'q').replace("q", "<a>") +
                                              "</x></Body></Envelope>";
-        QTest::newRow("too large") << QByteArray(kMaxEnvelopeBytes + 1, ' ');
+        QTest::newRow("too large, one byte over")
+            << QByteArray("<Envelope><Body><x/></Body></Envelope>")
+                   .leftJustified(kMaxEnvelopeBytes + 1, ' ');
     }
 
     void refusesBadInput() {
