@@ -6,11 +6,10 @@
 #include "testsupport.h"
 
 #include "core/datalock.h"
-#include "webservice/server/rrlocalserver.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -18,10 +17,8 @@ using namespace Qt::StringLiterals;
 
 class TestRRCli : public QObject {
     Q_OBJECT
-    // The service runs in a thread of its own: the test thread waits for each kestrelctl.
-    QThread m_thread;
-    QObject* m_home = nullptr;
-    RRLocalServer* m_server = nullptr;
+    // The service is kestrelctl rr-serve with its demo data, a process of its own.
+    QProcess m_serve;
     QString m_url;
     QTemporaryDir m_config;
 
@@ -38,26 +35,15 @@ private Q_SLOTS:
     void initTestCase() {
         qputenv("KESTREL_SECRET_STORE", "none");
         qputenv("XDG_CONFIG_HOME", m_config.path().toLocal8Bit());
-        m_home = new QObject;
-        m_home->moveToThread(&m_thread);
-        m_thread.start();
-        quint16 port = 0;
-        QMetaObject::invokeMethod(
-            m_home,
-            [&] {
-                m_server = new RRLocalServer(RRDataSet::demo());
-                port = m_server->listen();
-            },
-            Qt::BlockingQueuedConnection);
-        QVERIFY(port != 0);
-        m_url = m_server->baseUrl();
+        m_serve.start(qEnvironmentVariable("KESTRELCTL"), {"rr-serve", "--listen", "127.0.0.1:0"});
+        while (!m_serve.canReadLine() && m_serve.waitForReadyRead(10000)) {
+        }
+        m_url = QString::fromUtf8(m_serve.readLine()).section(u' ', 2).trimmed();
+        QVERIFY2(m_url.startsWith(u"http://127.0.0.1:"_s), qPrintable(m_url));
     }
     void cleanupTestCase() {
-        QMetaObject::invokeMethod(
-            m_home, [this] { delete m_server; }, Qt::BlockingQueuedConnection);
-        m_thread.quit();
-        m_thread.wait();
-        delete m_home;
+        m_serve.terminate();
+        m_serve.waitForFinished();
     }
 
     // Every reading command against the demo data prints what the reviewed transcript shows
