@@ -183,7 +183,6 @@ private Q_SLOTS:
     void feeds_data() {
         QTest::addColumn<int>("count");
         QTest::newRow("none") << 0;
-        QTest::newRow("one") << 1;
         QTest::newRow("two, in service order") << 2;
     }
     void feeds() {
