@@ -49,11 +49,9 @@ private Q_SLOTS:
         QTest::addColumn<double>("hz");
         QTest::addColumn<QString>("text");
         QTest::newRow("band high") << 956'000'000.0 << "956.0000";
-        QTest::newRow("four decimals") << 462'562'500.0 << "462.5625";
         QTest::newRow("tie rounds up") << 406'006'250.0 << "406.0063";
         QTest::newRow("raster tie") << 419'993'750.0 << "419.9938";
         QTest::newRow("below tie") << 406'006'249.0 << "406.0062";
-        QTest::newRow("above tie") << 406'006'251.0 << "406.0063";
         QTest::newRow("carry into MHz") << 99'999'950.0 << "100.0000";
         QTest::newRow("negative tie away from zero") << -406'006'250.0 << "-406.0063";
     }

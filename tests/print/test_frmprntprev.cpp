@@ -53,7 +53,6 @@ private Q_SLOTS:
         QTest::addColumn<int>("maxRows");
         QTest::addColumn<int>("pages");
         QTest::newRow("empty list") << 0 << 50 << 1;
-        QTest::newRow("bank") << 20 << 50 << 1;
         QTest::newRow("all channels") << 200 << 50 << 4;
         QTest::newRow("59 rows by default") << 59 << 0 << 2;
     }

@@ -32,7 +32,6 @@ private Q_SLOTS:
         QTest::addColumn<int>("pages");
         QTest::addColumn<QString>("onLastPage");
         QTest::newRow("all channels") << -1 << 200 << 4 << u"200\\s+\\S+\\s+Edited"_s;
-        QTest::newRow("bank 1") << 0 << 20 << 1 << u"\\n\\s*020\\s"_s;
         QTest::newRow("bank 7") << 6 << 20 << 1 << u"\\n\\s*140\\s"_s;
         QTest::newRow("search ranges") << 10 << 10 << 1 << u"Lower Frequency"_s;
     }
