@@ -103,11 +103,9 @@ private Q_SLOTS:
         row("slot 21", {"set", "--bank", "1", "--slot", "21", "40,x,F,F,F"});
         row("search 0", {"set", "--search", "0", "1,2,x"});
         row("six fields", {"set", "--bank", "2", "--slot", "16", "146.52,Fire, East,F,F,F"});
-        row("import without target", {"import-csv", m_csv});
         row("too few columns", {"import-csv", m_csv, "--bank", "1", "--columns", "1,2"});
         row("column beyond the file",
             {"import-csv", m_csv, "--bank", "1", "--columns", "3,0,0,0,0"});
-        row("export without target", {"export-csv"});
         row("cable 4", {"upload", "--search", "--port", "COM1", "--cable", "4"});
         row("pages past the end",
             {"print", "--all", "--pages", "4-5", "-o", m_populated.filePath(u"x.pdf"_s)},

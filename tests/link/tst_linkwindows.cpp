@@ -132,9 +132,7 @@ private Q_SLOTS:
 
     void traceWindow() {
         Env env;
-        ScannerSimulator::Options opt;
-        opt.wireScale = 0;
-        ScannerSimulator sim(opt);
+        ScannerSimulator sim(instantScanner());
         QVERIFY(sim.start());
         KestrelComm link(env.ctx);
         link.setDevice(sim.devicePath());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The link in the main window: set-up at load, the Scanner menu's uploads with their progress
 // display, the port window, and the time-out message.
+#include "linktestutil.h"
 #include "testsupport.h"
 
 #include "link/frmcomset.h"
@@ -60,20 +61,13 @@ struct Rig {
     QAction* item(const char* name) { return form->menuItem(QString::fromLatin1(name)); }
 };
 
-ScannerSimulator::Options fast(int stopAfter = -1) {
-    ScannerSimulator::Options o;
-    o.wireScale = 0;
-    o.stopAfter = stopAfter;
-    return o;
-}
-
 } // namespace
 
 class TestMainFormLink : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void setUpAtLoad() {
-        Rig rig(fast());
+        Rig rig(instantScanner());
         QCOMPARE(rig.link->CommPort(), 4);
         QCOMPARE(rig.link->CableType(), 3);
         QCOMPARE(rig.link->CommStatus(), 1);
@@ -121,7 +115,7 @@ private Q_SLOTS:
     // The current bank goes out with its progress shown; a second upload meanwhile is refused.
     void uploadCurrentBank() {
         const QString caption = QStringLiteral("Sending Chan:");
-        Rig rig(fast());
+        Rig rig(instantScanner());
         rig.link->setTimeScale(0.005);
         rig.form->BankTab()->setCurrentIndex(2);
         QCOMPARE(int(rig.ctx->CurBank), 3);
@@ -162,7 +156,7 @@ private Q_SLOTS:
     // The status bar counts the records sent; Cancel stops once the frame on its way has been
     // answered and closes the port. A whole upload ends with its count.
     void progressAndCancel() {
-        Rig rig(fast());
+        Rig rig(instantScanner());
         rig.link->setTimeScale(0.005);
         auto* bar = rig.form->findChild<QProgressBar*>(QStringLiteral("UploadProgressBar"));
         auto* cancel = rig.form->findChild<QPushButton*>(QStringLiteral("UploadCancelBtn"));
@@ -198,8 +192,8 @@ private Q_SLOTS:
     // The port window gives the chosen COM number another device; it is used at once and kept
     // in the settings. The scanner there never answers: the upload ends with the time-out message.
     void devicePathInPortWindow() {
-        Rig rig(fast());
-        ScannerSimulator other(fast(0));
+        Rig rig(instantScanner());
+        ScannerSimulator other(instantScanner(3, 0));
         QVERIFY(other.start());
         QString before;
         QTimer timer;

@@ -34,7 +34,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("expected"); // empty: refused
         QTest::newRow("banks") << "XFR,03,04" << 0 << "3,4";
         QTest::newRow("channels of bank 4") << "XFR,61,62,80" << 60 << "1,2,20";
-        QTest::newRow("plain text") << "hello world" << 0 << "";
         QTest::newRow("prefix alone") << "XFR" << 0 << "";
         QTest::newRow("lower-case prefix") << "xfr,01" << 0 << "";
         QTest::newRow("position 11") << "XFR,11" << 0 << "";
