@@ -105,7 +105,8 @@ private Q_SLOTS:
         row("six fields", {"set", "--bank", "2", "--slot", "16", "146.52,Fire, East,F,F,F"});
         row("too few columns", {"import-csv", m_csv, "--bank", "1", "--columns", "1,2"});
         row("column beyond the file",
-            {"import-csv", m_csv, "--bank", "1", "--columns", "3,0,0,0,0"});
+            {"import-csv", m_csv, "--bank", "1", "--columns", "3,0,0,0,0"},
+            "--columns: the file has 2 columns");
         row("cable 4", {"upload", "--search", "--port", "COM1", "--cable", "4"});
         row("pages past the end",
             {"print", "--all", "--pages", "4-5", "-o", m_populated.filePath(u"x.pdf"_s)},
