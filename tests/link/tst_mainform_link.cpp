@@ -118,7 +118,6 @@ private Q_SLOTS:
         Rig rig(instantScanner());
         rig.link->setTimeScale(0.005);
         rig.form->BankTab()->setCurrentIndex(2);
-        QCOMPARE(int(rig.ctx->CurBank), 3);
         QStringList shown;
         bool captionSeen = false;
         int secondTries = 0;

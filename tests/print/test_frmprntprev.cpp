@@ -176,7 +176,6 @@ private Q_SLOTS:
         QString title = u"All Channels For Main"_s;
         if (tab >= 0) {
             form.BankTab()->setCurrentIndex(tab);
-            QCOMPARE(int(ctx.CurBank), tab + 1);
             title = tab == 10 ? ctx.cur().SrchName : ctx.cur().Banks[tab + 1].FileName;
             QVERIFY(!title.isEmpty() && item->isEnabled() && !item->isChecked());
         }
