@@ -24,14 +24,12 @@ QString show(const ChannelRec& r) {
 class TestClipRows : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    // Each pasted line applied to a locked-out empty channel named "Old" and a scanned one.
+    // Each pasted line applied to a locked-out empty channel named "Old" and a scanned one. Full
+    // rows as copied are read in roundTrip.
     void channelRows_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("onEmpty");
         QTest::addColumn<QStringList>("onScanned");
-        QTest::newRow("full tab row")
-            << u"146.520000\tFire\tFalse\tTrue\tFalse\n"_s << QStringList{u"146520000|Fire|-P-"_s}
-            << QStringList{u"146520000|Fire|-P-"_s};
         QTest::newRow("frequency only: typing rules")
             << u"155.34"_s << QStringList{u"155340000|Old|D--"_s}
             << QStringList{u"155340000|Old|-P-"_s};

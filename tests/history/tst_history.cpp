@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Undo and redo over the libraries: from a seeded random memory image, random changes of every
-// kind, each one step; undoing them all gives back the first image record by record, Changed
-// flags included, and redoing them all the last. KESTREL_SEED=n repeats a run.
+// kind the libraries make, each one step; undoing them all gives back the first image record by
+// record, Changed flags included, and redoing them all the last. KESTREL_SEED=n repeats a run.
 #include "core/files.h"
 #include "core/memory.h"
 #include "core/profiles.h"
 #include "history/history.h"
 #include "imagelines.h"
-#include "mainwin/editrules.h"
 #include "mainwin/filecommands.h"
 #include "organize/chirpcsv.h"
 #include "organize/chnlorganizer.h"
@@ -22,16 +21,6 @@ using namespace kestrel;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QByteArray differences(const MemoryImage& a, const MemoryImage& b) {
-    const QStringList x = imageLines(a);
-    const QStringList y = imageLines(b);
-    QStringList out;
-    for (qsizetype i = 0; i < x.size(); ++i)
-        if (x[i] != y[i])
-            out << x[i] + u" / "_s + y[i];
-    return out.join(u'\n').toUtf8();
-}
 
 class Run {
 public:
@@ -60,49 +49,35 @@ public:
         ShownNames shown;
         CsvImport csv(m_ctx);
         ChannelOrganizer org(m_ctx);
-        switch (pick(14)) {
-        case 0: { // in-place edits and a double-clicked flag
-            ChangeStep step(m_ctx, u"Edit"_s, p, quint8(b));
-            Set_Channel(m_ctx, p, qint16(b), quint8(slot), ChannelLine(randomChannel()));
-            Set_Search(m_ctx, p, qint16(1 + pick(SearchCount)), SearchLine(randomSearch()));
-            ToggleChannelFlag(profile.Banks[b].Chans[1 + pick(ChansPerBank)], ColDelay + pick(3));
-            profile.Banks[b].Changed = profile.Changed = true;
-            break;
-        }
-        case 1:
+        switch (pick(12)) {
+        case 0: // the list pop-up menu
             ClearChannels(m_ctx, p, {1 + pick(ChannelCount), 1 + pick(ChannelCount)}, pick(2));
             break;
-        case 2:
+        case 1:
             ClearSearches(m_ctx, p, {1 + pick(SearchCount), 1 + pick(SearchCount)}, pick(2));
             break;
-        case 3:
+        case 2:
             ApplyEditCommand(m_ctx, p, b, EditCommand(pick(6)));
             break;
-        case 4: { // renames of the profile and a bank file
-            ChangeStep step(m_ctx, u"Rename"_s, p, quint8(b));
-            (pick(2) ? profile.Name : profile.Banks[b].FileName) = u"N%1"_s.arg(pick(1000));
-            profile.Changed = m_ctx.Profiles[0].Changed = true;
-            break;
-        }
-        case 5:
+        case 3:
             LoadBankFrom(m_ctx, p, b, m_ctx.bankPath(u"Loadable"_s));
             break;
-        case 6:
+        case 4:
             LoadSearchFrom(m_ctx, p, shown, m_ctx.searchPath(u"Loadable"_s));
             break;
-        case 7:
+        case 5:
             if (p != 0)
                 LoadProfileFrom(m_ctx, p, shown, m_ctx.settingsPath(u"Other"_s));
             break;
-        case 8:
+        case 6:
             QVERIFY(csv.open(m_dir.filePath(u"in.csv"_s)));
             pick(2) ? csv.importToBank(p, b, {1, 2, 3, 0, 3}) : csv.importToSearch(p, {1, 2, 2});
             break;
-        case 9:
+        case 7:
             ImportChirp(m_ctx, p, b, kestrel::test::dataPath(u"chirp/radio.csv"_s),
                         pick(2) ? ChirpPlacement::ByLocation : ChirpPlacement::ShownBank);
             break;
-        case 10: // the channel organizer: a drop and a sort, saved
+        case 8: // the channel organizer: a drop and a sort, saved
             org.load(p);
             org.selectBank(ChannelOrganizer::Source, b);
             org.selectBank(ChannelOrganizer::Destination, 1 + pick(BankCount));
@@ -111,7 +86,7 @@ public:
             org.sort(ChannelOrganizer::Source, ChannelSortKey(pick(2)));
             org.saveCurrent();
             break;
-        case 11: { // several library calls as one command
+        case 9: { // several library calls as one command
             ChangeStep outer(m_ctx, u"Several"_s, p, quint8(b));
             ClearChannels(m_ctx, p, {ChannelNumber(b, slot)}, false);
             ApplyEditCommand(m_ctx, p, b, EditCommand::SetDefaultLimits);
@@ -170,30 +145,28 @@ private Q_SLOTS:
         quint32 seed = qEnvironmentVariable("KESTREL_SEED").toUInt(&given);
         if (!given)
             seed = QRandomGenerator::global()->generate();
-        const QByteArray where = "KESTREL_SEED=" + QByteArray::number(seed) + ": ";
+        qInfo("KESTREL_SEED=%u", seed);
         Run run(seed);
-        const MemoryImage start = run.ctx().Profiles;
+        const QStringList start = imageLines(run.ctx().Profiles);
         for (int i = 0; i < 1000; ++i) {
             const int before = run.stack().count();
             run.change();
             // One change is at most one step, however many records it touched.
-            QVERIFY2(run.stack().count() <= before + 1, where + QByteArray::number(i));
+            QVERIFY(run.stack().count() <= before + 1);
             if (i % 100 == 99) { // a few undone and redone on the way: the same image again
-                const MemoryImage here = run.ctx().Profiles;
+                const QStringList here = imageLines(run.ctx().Profiles);
                 run.stack().setIndex(run.stack().index() - 10);
                 run.stack().setIndex(run.stack().count());
-                QVERIFY2(differences(here, run.ctx().Profiles).isEmpty(), where);
+                QCOMPARE(imageLines(run.ctx().Profiles), here);
             }
         }
-        QVERIFY2(run.stack().count() > 500, where + "few changes changed anything");
+        QVERIFY2(run.stack().count() > 500, "few changes changed anything");
         QCOMPARE(run.ctx().errors.reportCount(), 0);
-        const MemoryImage end = run.ctx().Profiles;
+        const QStringList end = imageLines(run.ctx().Profiles);
         run.stack().setIndex(0);
-        QByteArray diff = differences(start, run.ctx().Profiles);
-        QVERIFY2(diff.isEmpty(), where + "undone:\n" + diff);
+        QCOMPARE(imageLines(run.ctx().Profiles), start);
         run.stack().setIndex(run.stack().count());
-        diff = differences(end, run.ctx().Profiles);
-        QVERIFY2(diff.isEmpty(), where + "redone:\n" + diff);
+        QCOMPARE(imageLines(run.ctx().Profiles), end);
     }
 
     // A save between a change and its undo: the files hold the change, so the records stay
