@@ -101,15 +101,6 @@ private Q_SLOTS:
         QCOMPARE(m_ctx->Profiles[0].Banks[2].Revision, quint8(1));
         QCOMPARE(m_ctx->errors.reportCount(), 0);
     }
-    void failedWriteKeepsOldFile() {
-        // A folder whose parent is a regular file cannot take a file, even for root.
-        writeFile(m_dir->filePath(u"plain"_s), "x");
-        Save_BankInfo(*m_ctx, 0, 1, m_dir->filePath(u"plain/Banks/A.BKE"_s));
-        Save_SearchInfo(*m_ctx, 0, m_dir->filePath(u"plain/S.SKE"_s));
-        QCOMPARE(m_ctx->failedWrites.size(), 2);
-        QCOMPARE(readFile(m_dir->filePath(u"plain"_s)), QByteArray("x"));
-        QCOMPARE(m_ctx->errors.reportCount(), 0);
-    }
     void utilities() {
         writeFile(bank(u"F"_s), QByteArray(1234, 'x'));
         QVERIFY(File_Exists(bank(u"F"_s), false) && File_Exists(m_ctx->banksDir(), true));

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Shared by the link tests: a memory image worth uploading, and a port table that answers
-// COMAvailable without touching the system.
+// Shared by the link tests: a memory image worth uploading, a quick simulated scanner, and a port
+// table that answers COMAvailable without touching the system.
 #pragma once
 
 #include "link/linkport.h"
+#include "link/scannersim.h"
 
 #include "core/appcontext.h"
 
@@ -32,6 +33,15 @@ inline void fillProfile(AppContext& ctx) {
         p.Searches[r].Upper = r == 4 ? 0.0 : 30'000'000.0 + r * 10'000'000.0;
         p.Searches[r].Desc = QStringLiteral("Search %1").arg(r);
     }
+}
+
+// A simulated scanner whose bytes take no time on the line.
+inline ScannerSimulator::Options instantScanner(int cable = 3, int stopAfter = -1) {
+    ScannerSimulator::Options o;
+    o.cable = cable;
+    o.stopAfter = stopAfter;
+    o.wireScale = 0;
+    return o;
 }
 
 // A fixed table of devices and what a probe of each finds.

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The port, cable, trace and error-help windows, driven offscreen.
+// The port, cable and trace windows, driven offscreen.
 #include "linktestutil.h"
 #include "testsupport.h"
 
 #include "link/frmcomset.h"
 #include "link/frmdebug.h"
-#include "link/frmerrs.h"
 #include "link/frmselcable.h"
 #include "link/kestrelcomm.h"
 #include "link/scannersim.h"
@@ -133,9 +132,7 @@ private Q_SLOTS:
 
     void traceWindow() {
         Env env;
-        ScannerSimulator::Options opt;
-        opt.wireScale = 0;
-        ScannerSimulator sim(opt);
+        ScannerSimulator sim(instantScanner());
         QVERIFY(sim.start());
         KestrelComm link(env.ctx);
         link.setDevice(sim.devicePath());
@@ -163,15 +160,6 @@ private Q_SLOTS:
             readFile(QDir(env.ctx.appDir()).filePath(u"Debug.log"_s)).split('\n');
         QCOMPARE(lines[0], QByteArray("[Debug]\r"));
         QCOMPARE(lines.size(), 1 + 24 + 1);
-    }
-
-    void errorHelp() {
-        Env env;
-        FrmErrs w(env.ctx);
-        const QStringList lines = w.Text1()->toPlainText().split(QLatin1Char('\n'));
-        QCOMPARE(lines.size(), 14);
-        QCOMPARE(lines[0], u"C-Err -> communication error while receiving data"_s);
-        QCOMPARE(lines[12], u"T-Err -> Timeout occured while waiting for data."_s);
     }
 };
 

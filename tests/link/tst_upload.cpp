@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Uploads end to end: the link control on one side of a real pseudo-terminal, the simulated
-// scanner on the other. Most cases shorten every wait a hundredfold; one runs in real time.
+// The command frames byte for byte (checksum included), the frequency text, and the simulated
+// scanner's checks of what it receives. Then uploads end to end: the link control on one side of
+// a real pseudo-terminal, the simulated scanner on the other. Most cases shorten every wait a
+// hundredfold; one runs in real time.
 #include "linktestutil.h"
 
 #include "link/frames.h"
 #include "link/kestrelcomm.h"
+#include "link/scannermodel.h"
 #include "link/scannersim.h"
 
 #include "core/appcontext.h"
@@ -22,6 +25,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 enum Kind { All, Bank, Search };
+
+QByteArray hex(const char* pairs) {
+    return QByteArray::fromHex(pairs);
+}
 
 struct Rig {
     QTemporaryDir dir;
@@ -52,13 +59,6 @@ struct Rig {
     void settle() { QTRY_VERIFY_WITH_TIMEOUT(sim.lines().contains(u"End"_s), 5000); }
 };
 
-ScannerSimulator::Options fast(int cable) {
-    ScannerSimulator::Options o;
-    o.cable = cable;
-    o.wireScale = 0;
-    return o;
-}
-
 QList<int> progress(const QSignalSpy& spy) {
     QList<int> n;
     for (const QList<QVariant>& args : spy)
@@ -78,6 +78,78 @@ QList<int> range(int first, int last) {
 class TestUpload : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void workedFrames_data() {
+        QTest::addColumn<QByteArray>("frame");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("start") << BuildStartCom() << hex("81 04 01 01 00 FA");
+        QTest::newRow("stop") << BuildStopCom() << hex("81 04 02 00 00 FA");
+        QTest::newRow("channel 161") << BuildChanStr(161, Freq2Str(46'610'000), false, false, true)
+                                     << hex("81 1A 10 00 43 31 36 31 5E 46 30 34 36 2E 36 31 30 30 "
+                                            "5E 4C 53 5E 50 52 5E 44 52 D7");
+        QTest::newRow("channel 1")
+            << BuildChanStr(1, Freq2Str(40'500'000), false, false, false)
+            << hex("81 1A 10 00 43 30 30 31 5E 46 30 34 30 2E 35 30 30 30 5E "
+                   "4C 52 5E 50 52 5E 44 52 E7");
+        QTest::newRow("search 1")
+            << BuildSearchStr(1, Freq2Str(25'000'000), Freq2Str(50'000'000))
+            << hex("81 19 32 00 4A 31 5E 57 30 32 35 2E 30 30 30 30 5E 55 30 35 30 2E 30 30 30 30 "
+                   "CA");
+        QTest::newRow("search 10")
+            << BuildSearchStr(10, Freq2Str(25'000'000), Freq2Str(50'000'000))
+            << hex("81 1A 32 00 4A 31 30 5E 57 30 32 35 2E 30 30 30 30 5E 55 30 35 30 2E 30 30 30 "
+                   "30 99");
+    }
+    void workedFrames() {
+        QFETCH(QByteArray, frame);
+        QFETCH(QByteArray, expected);
+        QCOMPARE(FrameToHex(frame), FrameToHex(expected));
+    }
+
+    void freqText_data() {
+        QTest::addColumn<double>("hz");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("band high") << 956'000'000.0 << "956.0000";
+        QTest::newRow("tie rounds up") << 406'006'250.0 << "406.0063";
+        QTest::newRow("raster tie") << 419'993'750.0 << "419.9938";
+        QTest::newRow("below tie") << 406'006'249.0 << "406.0062";
+        QTest::newRow("carry into MHz") << 99'999'950.0 << "100.0000";
+        QTest::newRow("negative tie away from zero") << -406'006'250.0 << "-406.0063";
+    }
+    void freqText() {
+        QFETCH(double, hz);
+        QFETCH(QString, text);
+        QCOMPARE(Freq2Str(hz), text);
+    }
+
+    // The simulated scanner refuses a frame with a wrong checksum or length, then goes on.
+    void brokenFrames_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("shown");
+        QByteArray badSum = BuildChanStr(5, Freq2Str(146.52e6), false, false, false);
+        badSum[10] = '7';
+        QByteArray badLength = BuildChanStr(5, Freq2Str(146.52e6), false, false, false);
+        badLength[1] = char(0x19);
+        badLength.chop(1);
+        badLength += BuildCRC(badLength);
+        QTest::newRow("checksum") << badSum << "S-Err 1";
+        QTest::newRow("length byte") << badLength << "L-Err 1";
+    }
+    void brokenFrames() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, shown);
+        ScannerModel m(3);
+        m.receive(BuildStartCom());
+        const auto out = m.receive(bytes);
+        QVERIFY(!out.isEmpty());
+        QCOMPARE(out[0].display.value(0), shown);
+        QVERIFY(out[0].answer.isEmpty());
+        // The next good frame is understood again.
+        const auto next = m.receive(BuildChanStr(6, Freq2Str(40.5e6), false, false, false));
+        QCOMPARE(next.size(), 1);
+        QCOMPARE(next[0].display.value(0), u"C006^F040.5000^LR^PR^DR"_s);
+        QCOMPARE(next[0].answer.size(), 28);
+    }
+
     void uploads_data() {
         QTest::addColumn<int>("cable");
         QTest::addColumn<bool>("split");
@@ -99,7 +171,7 @@ private Q_SLOTS:
         QFETCH(bool, split);
         QFETCH(int, kind);
         QFETCH(int, bank);
-        ScannerSimulator::Options opt = fast(cable);
+        ScannerSimulator::Options opt = instantScanner(cable);
         opt.split = split;
         Rig rig(opt, cable);
         QSignalSpy timeouts(&rig.link, &KestrelComm::RxTimeOut);
@@ -160,7 +232,7 @@ private Q_SLOTS:
         QFETCH(int, stopAfter);
         QFETCH(int, framesSeen);
         QFETCH(int, progressEvents);
-        ScannerSimulator::Options opt = fast(3);
+        ScannerSimulator::Options opt = instantScanner(3);
         opt.stopAfter = stopAfter;
         Rig rig(opt, 3);
         rig.link.setInDebug(true);
@@ -189,7 +261,7 @@ private Q_SLOTS:
     }
     void portVanishes() {
         QFETCH(int, cable);
-        ScannerSimulator::Options opt = fast(cable);
+        ScannerSimulator::Options opt = instantScanner(cable);
         opt.vanishAfter = 4;
         Rig rig(opt, cable, 0.05);
         QSignalSpy timeouts(&rig.link, &KestrelComm::RxTimeOut);
