@@ -40,6 +40,28 @@ bool isChirpFile(const QString& file) {
     return first && IsChirpHeader(*first);
 }
 
+// The columns to read: the given ones or those our own export's header names. Throws when the
+// file cannot be opened, has more columns than the window offers, lacks a given column or holds
+// a line the import cannot use.
+QList<int> usableColumns(CsvImport& import, const QString& file, CsvMode mode, QList<int> columns,
+                         bool given) {
+    if (!import.open(file))
+        throw InputError(qPrintable(import.openError()));
+    if (!given && !import.headerChoices(mode).isEmpty())
+        columns = import.headerChoices(mode);
+    // The window offers only the columns its first line has, and at most nine.
+    if (import.columnCount() > kCsvChoosable)
+        throw UsageError("the first line has more than nine columns");
+    for (int c : columns)
+        if (c > import.columnCount())
+            throw UsageError(qPrintable(QStringLiteral("--columns: the file has ") +
+                                        QString::number(import.columnCount()) +
+                                        QStringLiteral(" columns")));
+    if (const QString problem = import.problem(mode, columns); !problem.isEmpty())
+        throw InputError(qPrintable(problem));
+    return columns;
+}
+
 // A CHIRP file: its columns are found by name, its rows go into the bank in file order or, with
 // --bank-from-location, by their Location across the profile's banks.
 int runChirp(Env& env, const Args& args, const QString& file) {
@@ -85,26 +107,20 @@ int run(Env& env, const Args& args) {
     if (!QFileInfo(file).isFile())
         throw InputError(qPrintable(QStringLiteral("cannot read ") + file));
 
+    // What the file alone decides is checked before the data folder is touched, so a refused
+    // file leaves no folder and no lock behind. Those checks read no profile data: a bare
+    // context serves them.
+    const CsvMode mode = target.kind == Target::Bank ? CsvMode::Bank : CsvMode::Search;
+    {
+        AppContext bare(QString(), nullptr);
+        CsvImport probe(bare);
+        columns = usableColumns(probe, file, mode, columns, args.has(QStringLiteral("columns")));
+    }
     AppContext& ctx = env.loadForWriting();
     const qint16 p = qint16(env.selectProfile(args));
     CsvImport import(ctx);
     if (!import.open(file))
         throw InputError(qPrintable(import.openError()));
-    // Our own export's header chooses the columns, unless they were given.
-    const CsvMode mode = target.kind == Target::Bank ? CsvMode::Bank : CsvMode::Search;
-    if (!args.has(QStringLiteral("columns")) && !import.headerChoices(mode).isEmpty())
-        columns = import.headerChoices(mode);
-    // The window offers only the columns its first line has, and at most nine.
-    if (import.columnCount() > kCsvChoosable)
-        throw UsageError("the first line has more than nine columns");
-    for (int c : columns)
-        if (c > import.columnCount())
-            throw UsageError(qPrintable(QStringLiteral("--columns: the file has ") +
-                                        QString::number(import.columnCount()) +
-                                        QStringLiteral(" columns")));
-    // A file the import cannot use in full is refused before anything changes.
-    if (const QString problem = import.problem(mode, columns); !problem.isEmpty())
-        throw InputError(qPrintable(problem));
     int imported = 0;
     if (target.kind == Target::Bank) {
         ctx.CurBank = quint8(target.bank);
