@@ -55,6 +55,7 @@ void CsvReader::reset() {
     m_eof = false;
     m_skipLf = false;
     m_line = 0;
+    m_recordLine = 0;
     m_error.clear();
 }
 
@@ -149,7 +150,58 @@ template <typename Buf> CsvReader::Step CsvReader::take(Buf& buf, qsizetype& pos
     }
 }
 
+namespace {
+
+// Whether a field in double quotes is still open at the end of `line`, given whether one was
+// open at its start; read by the same rules as SplitCsvFields.
+bool quoteOpenAfter(QStringView line, bool open) {
+    bool fieldStart = true;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        const QChar c = line[i];
+        if (open) {
+            if (c == u'"' && i + 1 < line.size() && line[i + 1] == u'"')
+                ++i;
+            else if (c == u'"')
+                open = fieldStart = false;
+        } else if (c == u',') {
+            fieldStart = true;
+        } else {
+            open = c == u'"' && fieldStart;
+            fieldStart = false;
+        }
+    }
+    return open;
+}
+
+} // namespace
+
 std::optional<QString> CsvReader::readLine() {
+    std::optional<QString> record = readPhysicalLine();
+    if (!record)
+        return record;
+    const int first = m_line;
+    // A line break inside quotes belongs to the field, as spreadsheets write it.
+    for (bool open = quoteOpenAfter(*record, false); open;) {
+        const std::optional<QString> more = readPhysicalLine();
+        if (!more) {
+            if (!m_error.isEmpty())
+                return std::nullopt;
+            break; // the end of the input: the split reports the open quote
+        }
+        if (record->size() + 1 + more->size() > kCsvMaxLine) {
+            fail(QStringLiteral("the quoted field of line ") + QString::number(first) +
+                 QStringLiteral(" is not closed within ") + QString::number(kCsvMaxLine) +
+                 QStringLiteral(" characters: the file is not a list of channels"));
+            return std::nullopt;
+        }
+        open = quoteOpenAfter(*more, true);
+        *record += QLatin1Char('\n') + *more;
+    }
+    m_recordLine = first;
+    return record;
+}
+
+std::optional<QString> CsvReader::readPhysicalLine() {
     if (!m_error.isEmpty())
         return std::nullopt;
     if (m_encoding == Encoding::Unknown)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reading CSV text as spreadsheets write it, line by line from a stream (a huge file is never
 // read whole): byte-order marks of UTF-8, UTF-16 and UTF-32, UTF-8 or Windows-1252 without one,
-// CRLF, LF and CR line ends, fields in double quotes holding commas and doubled quotes. Binary
-// input is refused.
+// CRLF, LF and CR line ends, fields in double quotes holding commas, doubled quotes and line
+// breaks. Binary input is refused.
 #pragma once
 
 #include <QByteArray>
@@ -31,11 +31,12 @@ public:
     // Lets go of the input.
     void close() { reset(); }
 
-    // The next line without its line end; nothing at the end of the input or on an error
-    // (then error() tells what is wrong).
+    // The next line without its line end, joined with the lines after it by "\n" while a field
+    // in double quotes is open; nothing at the end of the input or on an error (then error()
+    // tells what is wrong).
     std::optional<QString> readLine();
-    // Number (from 1) of the line last returned.
-    int lineNumber() const { return m_line; }
+    // Number (from 1) of the first line of the text last returned.
+    int lineNumber() const { return m_recordLine; }
     const QString& error() const { return m_error; }
 
 private:
@@ -46,6 +47,7 @@ private:
     void detect();
     template <typename Buf> Step take(Buf& buf, qsizetype& pos, Buf& line);
     bool fail(const QString& text);
+    std::optional<QString> readPhysicalLine();
 
     std::unique_ptr<QIODevice> m_device;
     Encoding m_encoding = Encoding::Unknown;
@@ -56,6 +58,7 @@ private:
     bool m_eof = false;
     bool m_skipLf = false;
     int m_line = 0;
+    int m_recordLine = 0;
     QString m_error;
 };
 

@@ -107,6 +107,12 @@ private Q_SLOTS:
         QTest::newRow("at most 20 lines")
             << lines25 << "1,2,0,0,0" << yes << 20
             << numberedRows(20, "Line %d,%d.000000,False,False,False\n") << "";
+        QTest::newRow("a line break in quotes")
+            << QByteArray("Name,Freq\n\"Tower,\r\nnorth\",146.520000\nB,155.340000\n")
+            << "1,2,0,0,0" << yes << 2
+            << QStringList{"Tower; north,146.520000,False,False,False",
+                           "B,155.340000,False,False,False"}
+            << "";
         QTest::newRow("a short line: nothing is imported")
             << QByteArray(
                    "Name,Freq,Delay\nFire,146.520000,True\nEMS,155.340000\nTow,157.000000,1\n")
@@ -240,18 +246,26 @@ private Q_SLOTS:
 
     void reader_data() {
         QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QStringList>("lines"); // fields joined by "|"
+        QTest::addColumn<QStringList>("lines"); // "line number:" then fields joined by "|"
         QTest::addColumn<QString>("error");
         const QString text = u"Name,Freq\r\n\"Tower, \"\"north\"\"\",151.625\rSüd,1\n"_s;
-        const QStringList fields = {u"Name|Freq"_s, u"Tower, \"north\"|151.625"_s, u"Süd|1"_s};
+        const QStringList fields = {u"1:Name|Freq"_s, u"2:Tower, \"north\"|151.625"_s,
+                                    u"3:Süd|1"_s};
         QTest::newRow("UTF-8 BOM") << encoded(text, QStringConverter::Utf8) << fields << "";
         QTest::newRow("UTF-16LE") << encoded(text, QStringConverter::Utf16LE) << fields << "";
         QTest::newRow("UTF-32BE") << encoded(text, QStringConverter::Utf32BE) << fields << "";
         QTest::newRow("Windows-1252")
-            << QByteArray("a,S\xFC\x64\n") << QStringList{u"a|Süd"_s} << "";
-        QTest::newRow("NUL bytes")
-            << QByteArray("a,b\nc\0d\n", 8) << QStringList{u"a|b"_s} << "line 2 holds binary data";
+            << QByteArray("a,S\xFC\x64\n") << QStringList{u"1:a|Süd"_s} << "";
+        QTest::newRow("NUL bytes") << QByteArray("a,b\nc\0d\n", 8) << QStringList{u"1:a|b"_s}
+                                   << "line 2 holds binary data";
         QTest::newRow("quote not closed") << QByteArray("\"a,b\n") << QStringList() << "";
+        // A line break inside quotes is the field's; the lines after it keep their numbers.
+        QTest::newRow("line breaks in quotes")
+            << QByteArray("\"a\r\n\"\"b,\"\"\n\",1\nc,\"\"\"\"\nd\0\n", 25)
+            << QStringList{u"1:a\n\"b,\"\n|1"_s, u"4:c|\""_s} << "line 5 holds binary data";
+        QTest::newRow("a quote open for too long")
+            << QByteArray("x,\"a\n") + QByteArray("b\n").repeated(kCsvMaxLine / 2) << QStringList()
+            << "the quoted field of line 1 is not closed within";
     }
 
     void reader() {
@@ -264,7 +278,7 @@ private Q_SLOTS:
         while (const std::optional<QString> line = reader.readLine()) {
             QStringList fields;
             if (SplitCsvFields(*line, fields))
-                got.append(fields.join(u'|'));
+                got.append(QString::number(reader.lineNumber()) + u':' + fields.join(u'|'));
         }
         QCOMPARE(got, lines);
         QVERIFY2(reader.error().contains(error) && error.isEmpty() == reader.error().isEmpty(),
