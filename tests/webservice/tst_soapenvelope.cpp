@@ -7,6 +7,7 @@
 
 using namespace kestrel;
 using namespace kestrel::soap;
+using namespace Qt::StringLiterals;
 
 class TstSoapEnvelope : public QObject {
     Q_OBJECT
@@ -138,6 +139,27 @@ private Q_SLOTS:
         QString error;
         QVERIFY(!ReadEnvelope(xml, m, &error));
         QVERIFY(!error.isEmpty());
+    }
+
+    // A description or reply is read in the encoding its declaration names, else as UTF-8.
+    void decodesTheDeclaredEncoding_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("Latin-1 declared")
+            << QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?><a>Qu\xE9"
+                          "bec</a>")
+            << u"<?xml version='1.0' encoding='ISO-8859-1'?><a>Qu\u00E9bec</a>"_s;
+        QTest::newRow("none declared") << QByteArray("<a>Qu\xC3\xA9"
+                                                     "bec</a>")
+                                       << u"<a>Qu\u00E9bec</a>"_s;
+        QTest::newRow("unknown name: UTF-8")
+            << QByteArray("<?xml encoding=\"x-none\"?><a>\xC3\xA9</a>")
+            << u"<?xml encoding=\"x-none\"?><a>\u00E9</a>"_s;
+    }
+    void decodesTheDeclaredEncoding() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        QCOMPARE(DecodeXmlText(bytes), text);
     }
 
     void freqToHertz_data() {
