@@ -97,88 +97,100 @@ QString SearchRowsText(const QList<SearchRec>& rows) {
     return text;
 }
 
-std::optional<QList<ChannelRow>> ParseChannelRows(QStringView text, QString* reason) {
-    QList<ChannelRow> rows;
+namespace {
+
+// What the two kinds of row share: a caption line first is skipped, a row with too many fields
+// is refused, each row is read by `read` (false with `why` refuses it, naming its line) and no
+// rows at all is refused.
+struct RowKind {
+    const char* caption;      // the first line's first field when it is a caption line,
+    const char* shortCaption; // or this
+    qsizetype maxFields;
+    const char* fieldNames; // for the too-many-fields message
+    const char* noun;       // "channel" or "search"
+};
+
+template <typename Row, typename Read>
+std::optional<QList<Row>> parseRows(QStringView text, const RowKind& kind, QString* reason,
+                                    Read read) {
+    QList<Row> rows;
     const auto lines = linesOf(text);
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const auto& [number, line] = lines[i];
         const bool tabs = line.contains(kTab);
         const QStringList f = fieldsOf(line, tabs);
-        if (i == 0 && isCaption(f[0], {"Frequency", "Freq"}))
+        if (i == 0 && isCaption(f[0], {kind.caption, kind.shortCaption}))
             continue;
-        if (f.size() > 5)
+        if (f.size() > kind.maxFields)
             return refuse(reason, number,
-                          QStringLiteral("a channel row has at most 5 fields (frequency, "
-                                         "description, Delay, Priority, L/Out), this one %1")
+                          QStringLiteral("a %1 row has at most %2 fields (%3), this one %4")
+                              .arg(QLatin1StringView(kind.noun))
+                              .arg(kind.maxFields)
+                              .arg(QLatin1StringView(kind.fieldNames))
                               .arg(f.size())),
                    std::nullopt;
         QString why;
-        ChannelRow row;
-        const std::optional<double> freq = freqField(f[0], tabs, &why);
-        if (!freq)
+        Row row;
+        if (!read(f, tabs, row, why))
             return refuse(reason, number, why), std::nullopt;
-        row.freq = *freq;
-        if (f.size() > 1) {
-            if (!CheckTypedDesc(f[1], &why))
-                return refuse(reason, number, why), std::nullopt;
-            row.desc = f[1];
-        }
-        std::optional<bool>* flags[] = {&row.delay, &row.priority, &row.lockout};
-        const char* names[] = {"Delay", "Priority", "L/Out"};
-        for (int k = 0; k < 3 && k + 2 < f.size(); ++k) {
-            *flags[k] = flagField(f[k + 2], names[k], &why);
-            if (!*flags[k])
-                return refuse(reason, number, why), std::nullopt;
-        }
         rows << row;
     }
     if (rows.isEmpty()) {
         if (reason)
-            *reason = QStringLiteral("The clipboard holds no channel rows.");
+            *reason =
+                QStringLiteral("The clipboard holds no %1 rows.").arg(QLatin1StringView(kind.noun));
         return std::nullopt;
     }
     return rows;
 }
 
+} // namespace
+
+std::optional<QList<ChannelRow>> ParseChannelRows(QStringView text, QString* reason) {
+    static const RowKind kind{"Frequency", "Freq", 5,
+                              "frequency, description, Delay, Priority, L/Out", "channel"};
+    return parseRows<ChannelRow>(
+        text, kind, reason, [](const QStringList& f, bool tabs, ChannelRow& row, QString& why) {
+            const std::optional<double> freq = freqField(f[0], tabs, &why);
+            if (!freq)
+                return false;
+            row.freq = *freq;
+            if (f.size() > 1) {
+                if (!CheckTypedDesc(f[1], &why))
+                    return false;
+                row.desc = f[1];
+            }
+            std::optional<bool>* flags[] = {&row.delay, &row.priority, &row.lockout};
+            const char* names[] = {"Delay", "Priority", "L/Out"};
+            for (int k = 0; k < 3 && k + 2 < f.size(); ++k) {
+                *flags[k] = flagField(f[k + 2], names[k], &why);
+                if (!*flags[k])
+                    return false;
+            }
+            return true;
+        });
+}
+
 std::optional<QList<SearchRow>> ParseSearchRows(QStringView text, QString* reason) {
-    QList<SearchRow> rows;
-    const auto lines = linesOf(text);
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const auto& [number, line] = lines[i];
-        const bool tabs = line.contains(kTab);
-        const QStringList f = fieldsOf(line, tabs);
-        if (i == 0 && isCaption(f[0], {"Lower Frequency", "Lower"}))
-            continue;
-        if (f.size() > 3)
-            return refuse(reason, number,
-                          QStringLiteral("a search row has at most 3 fields (lower, upper, "
-                                         "description), this one %1")
-                              .arg(f.size())),
-                   std::nullopt;
-        QString why;
-        SearchRow row;
-        const std::optional<double> lower = freqField(f[0], tabs, &why);
-        if (!lower)
-            return refuse(reason, number, why), std::nullopt;
-        row.lower = *lower;
-        if (f.size() > 1) {
-            row.upper = freqField(f[1], tabs, &why);
-            if (!row.upper)
-                return refuse(reason, number, why), std::nullopt;
-        }
-        if (f.size() > 2) {
-            if (!CheckTypedDesc(f[2], &why))
-                return refuse(reason, number, why), std::nullopt;
-            row.desc = f[2];
-        }
-        rows << row;
-    }
-    if (rows.isEmpty()) {
-        if (reason)
-            *reason = QStringLiteral("The clipboard holds no search rows.");
-        return std::nullopt;
-    }
-    return rows;
+    static const RowKind kind{"Lower Frequency", "Lower", 3, "lower, upper, description", "search"};
+    return parseRows<SearchRow>(text, kind, reason,
+                                [](const QStringList& f, bool tabs, SearchRow& row, QString& why) {
+                                    const std::optional<double> lower = freqField(f[0], tabs, &why);
+                                    if (!lower)
+                                        return false;
+                                    row.lower = *lower;
+                                    if (f.size() > 1) {
+                                        row.upper = freqField(f[1], tabs, &why);
+                                        if (!row.upper)
+                                            return false;
+                                    }
+                                    if (f.size() > 2) {
+                                        if (!CheckTypedDesc(f[2], &why))
+                                            return false;
+                                        row.desc = f[2];
+                                    }
+                                    return true;
+                                });
 }
 
 void ApplyChannelRow(ChannelRec& rec, const ChannelRow& row) {
