@@ -67,7 +67,7 @@ void BM_UploadAllBanksThreeWire(benchmark::State& state) {
     int timeouts = 0;
     QObject::connect(&link, &KestrelComm::RxTimeOut, [&] { ++timeouts; });
 
-    const QList<QByteArray> frames = UploadFrames(ctx.cur(), UploadKind::AllBanks);
+    const QList<QByteArray> frames = UploadFrames(ctx.cur(), ProfilePart::AllBanks);
     qsizetype bytes = 0;
     for (const QByteArray& f : frames)
         bytes += 2 * f.size(); // the frame out and its answer back

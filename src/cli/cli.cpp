@@ -127,14 +127,14 @@ Target parseTarget(const Args& args, bool allowAll) {
                                   : "give one of --bank N or --search");
     Target t;
     if (args.has(QStringLiteral("bank"))) {
-        t.kind = Target::Bank;
+        t.kind = ProfilePart::Bank;
         t.bank = args.intValue(QStringLiteral("bank"), 1, BankCount);
     } else if (args.has(QStringLiteral("search"))) {
-        t.kind = Target::Search;
+        t.kind = ProfilePart::Search;
     } else {
         if (!allowAll)
             throw UsageError("--all is not allowed here");
-        t.kind = Target::All;
+        t.kind = ProfilePart::AllBanks;
     }
     return t;
 }

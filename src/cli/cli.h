@@ -96,8 +96,8 @@ QString optionSpelling(const QString& name);
 
 // Which part of a profile a command addresses: one bank, the search ranges, or everything.
 struct Target {
-    enum Kind { Bank, Search, All } kind = Bank;
-    int bank = 0;
+    ProfilePart kind = ProfilePart::Bank;
+    int bank = 0; // with ProfilePart::Bank
 };
 // Reads --bank N | --search | --all (exactly one; --all only when allowAll).
 Target parseTarget(const Args& args, bool allowAll);

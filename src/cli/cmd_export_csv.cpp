@@ -14,12 +14,13 @@ int run(Env& env, const Args& args) {
     const bool chirp = format == u"chirp";
     if (!chirp && format != u"kestrel")
         throw UsageError("--format is kestrel or chirp");
-    if (chirp && parseTarget(args, false).kind != Target::Bank)
+    if (chirp && parseTarget(args, false).kind != ProfilePart::Bank)
         throw UsageError("a CHIRP file holds channels: give --bank N");
     const auto [ctx, profile, target] = env.select(args, false);
     const QByteArray bytes = chirp ? ChirpCsv(profile.Banks[target.bank], target.bank)
-                             : target.kind == Target::Bank ? BankCsv(profile.Banks[target.bank])
-                                                           : SearchCsv(profile);
+                             : target.kind == ProfilePart::Bank
+                                 ? BankCsv(profile.Banks[target.bank])
+                                 : SearchCsv(profile);
     // "-" is standard output; a FIFO or a device is written as a stream.
     SaveCsvFile(ctx, bytes, args.value(QStringLiteral("o"), QStringLiteral("-")));
     return env.finish();

@@ -10,10 +10,7 @@ namespace {
 
 int run(Env& env, const Args& args) {
     const auto [ctx, profile, target] = env.select(args, true);
-    const UploadKind kind = target.kind == Target::All    ? UploadKind::AllBanks
-                            : target.kind == Target::Bank ? UploadKind::Bank
-                                                          : UploadKind::Search;
-    for (const QByteArray& frame : UploadFrames(profile, kind, target.bank))
+    for (const QByteArray& frame : UploadFrames(profile, target.kind, target.bank))
         out(FrameToHex(frame));
     return env.finish();
 }

@@ -75,7 +75,7 @@ int runChirp(Env& env, const Args& args, const QString& file) {
                              "--bank and --search");
     } else {
         const Target target = parseTarget(args, false);
-        if (target.kind != Target::Bank)
+        if (target.kind != ProfilePart::Bank)
             throw UsageError("a CHIRP file fills a bank, not the search ranges");
         bank = target.bank;
     }
@@ -102,7 +102,7 @@ int run(Env& env, const Args& args) {
         throw UsageError("--bank-from-location is for CHIRP files");
     const Target target = parseTarget(args, false);
     const int fields =
-        int(CsvFields(target.kind == Target::Bank ? CsvMode::Bank : CsvMode::Search).size());
+        int(CsvFields(target.kind == ProfilePart::Bank ? CsvMode::Bank : CsvMode::Search).size());
     QList<int> columns = parseColumns(args.value(QStringLiteral("columns")), fields);
     if (!QFileInfo(file).isFile())
         throw InputError(qPrintable(QStringLiteral("cannot read ") + file));
@@ -110,7 +110,7 @@ int run(Env& env, const Args& args) {
     // What the file alone decides is checked before the data folder is touched, so a refused
     // file leaves no folder and no lock behind. Those checks read no profile data: a bare
     // context serves them.
-    const CsvMode mode = target.kind == Target::Bank ? CsvMode::Bank : CsvMode::Search;
+    const CsvMode mode = target.kind == ProfilePart::Bank ? CsvMode::Bank : CsvMode::Search;
     {
         AppContext bare(QString(), nullptr);
         CsvImport probe(bare);
@@ -122,7 +122,7 @@ int run(Env& env, const Args& args) {
     if (!import.open(file))
         throw InputError(qPrintable(import.openError()));
     int imported = 0;
-    if (target.kind == Target::Bank) {
+    if (target.kind == ProfilePart::Bank) {
         ctx.CurBank = quint8(target.bank);
         imported = import.importToBank(p, target.bank, columns);
     } else {
@@ -131,7 +131,8 @@ int run(Env& env, const Args& args) {
     }
     Save_Profiles(ctx);
     err(QStringLiteral("imported ") + QString::number(qMax(imported, 0)) +
-        (target.kind == Target::Bank ? QStringLiteral(" channels") : QStringLiteral(" ranges")));
+        (target.kind == ProfilePart::Bank ? QStringLiteral(" channels")
+                                          : QStringLiteral(" ranges")));
     return env.finish();
 }
 

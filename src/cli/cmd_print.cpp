@@ -35,15 +35,15 @@ int run(Env& env, const Args& args) {
     PrintTable table;
     QString title;
     switch (target.kind) {
-    case Target::Bank:
+    case ProfilePart::Bank:
         table = BankTable(profile, target.bank);
         title = profile.Banks[target.bank].FileName;
         break;
-    case Target::Search:
+    case ProfilePart::Search:
         table = SearchTable(profile);
         title = profile.SrchName;
         break;
-    case Target::All:
+    case ProfilePart::AllBanks:
         table = AllChannelsTable(profile);
         title = QStringLiteral("All Channels For ") + profile.Name;
         break;

@@ -16,14 +16,14 @@ int run(Env& env, const Args& args) {
                 ChannelLine(profile.Banks[b].Chans[c]));
     };
     switch (target.kind) {
-    case Target::Bank:
+    case ProfilePart::Bank:
         showBank(target.bank);
         break;
-    case Target::All:
+    case ProfilePart::AllBanks:
         for (int b = 1; b <= BankCount; ++b)
             showBank(b);
         break;
-    case Target::Search:
+    case ProfilePart::Search:
         for (int i = 1; i <= SearchCount; ++i)
             out(Num2(i) + QLatin1Char(',') + SearchLine(profile.Searches[i]));
         break;

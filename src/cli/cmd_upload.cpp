@@ -3,6 +3,7 @@
 // bar. Exit 3 when the scanner does not answer.
 #include "cli.h"
 
+#include "link/frames.h"
 #include "link/kestrelcomm.h"
 
 #include <QRegularExpression>
@@ -50,9 +51,7 @@ int run(Env& env, const Args& args) {
 
     int timeouts = 0;
     QObject::connect(&link, &KestrelComm::RxTimeOut, [&] { ++timeouts; });
-    const int total = target.kind == Target::All    ? ChannelCount
-                      : target.kind == Target::Bank ? ChansPerBank
-                                                    : SearchCount;
+    const int total = UploadRecordCount(target.kind);
     int done = 0;
     QObject::connect(&link, &KestrelComm::SendingChnl, [&](quint8 n) {
         drawBar(done++, total, QStringLiteral("Sending Chan: ") + QString::number(n));
@@ -61,17 +60,7 @@ int run(Env& env, const Args& args) {
         drawBar(done++, total, QStringLiteral("Sending Srch: ") + QString::number(n));
     });
 
-    switch (target.kind) {
-    case Target::All:
-        link.SendAllChannels();
-        break;
-    case Target::Bank:
-        link.SendBank(quint8(target.bank));
-        break;
-    case Target::Search:
-        link.SendSearch();
-        break;
-    }
+    link.upload(target.kind, target.bank);
     if (link.lastUpload().status == UploadResult::Status::Finished)
         drawBar(total, total, QStringLiteral("Done"));
     std::fputs("\n", stderr);

@@ -16,6 +16,9 @@ inline constexpr int SearchCount = 10;
 inline constexpr int ChannelCount = BankCount * ChansPerBank; // 200
 inline constexpr int SearchTab = 11;                          // CurBank value of the search tab
 
+// Which part of a profile an upload or a command addresses.
+enum class ProfilePart { AllBanks, Bank, Search };
+
 struct ChannelRec {
     double Freq = 0; // Hz, 0 = empty
     QString Desc;

@@ -83,16 +83,30 @@ QString Freq2Str(double hertz) {
     return text;
 }
 
-QList<QByteArray> UploadFrames(const ProfileRec& profile, UploadKind kind, int bank) {
+int UploadRecordCount(ProfilePart part) {
+    switch (part) {
+    case ProfilePart::AllBanks:
+        return ChannelCount;
+    case ProfilePart::Bank:
+        return ChansPerBank;
+    case ProfilePart::Search:
+        break;
+    }
+    return SearchCount;
+}
+
+QList<QByteArray> UploadFrames(const ProfileRec& profile, ProfilePart part, int bank) {
     QList<QByteArray> frames{BuildStartCom()};
-    if (kind == UploadKind::Search) {
+    if (part == ProfilePart::Search) {
         for (int r = 1; r <= SearchCount; ++r) {
             const SearchRec& rec = profile.Searches[r];
             frames << BuildSearchStr(quint8(r), Freq2Str(rec.Lower), Freq2Str(rec.Upper));
         }
     } else {
-        const int first = kind == UploadKind::Bank ? bank : 1;
-        const int last = kind == UploadKind::Bank ? bank : BankCount;
+        const int first = part == ProfilePart::Bank ? bank : 1;
+        const int last = part == ProfilePart::Bank ? bank : BankCount;
+        if (first < 1 || last > BankCount)
+            throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
         for (int b = first; b <= last; ++b) {
             for (int c = 1; c <= ChansPerBank; ++c) {
                 const ChannelRec& rec = profile.Banks[b].Chans[c];

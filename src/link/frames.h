@@ -31,11 +31,12 @@ QByteArray BuildSearchStr(quint8 range, const QString& lowerText, const QString&
 // number.
 QString Freq2Str(double hertz);
 
-// What an upload sends.
-enum class UploadKind { AllBanks, Bank, Search };
-
+// How many records (channels or search ranges) an upload of that part sends.
+int UploadRecordCount(ProfilePart part);
 // Every frame of an upload of the given profile, start frame to stop frame, in sending order.
-QList<QByteArray> UploadFrames(const ProfileRec& profile, UploadKind kind, int bank = 0);
+// Throws KestrelError for a bank outside 1-10 or a frequency that is not a number, before any
+// frame is made.
+QList<QByteArray> UploadFrames(const ProfileRec& profile, ProfilePart part, int bank = 0);
 
 // "81 04 01 01 00 FA": upper-case hex byte pairs separated by blanks.
 QString FrameToHex(const QByteArray& frame);

@@ -291,20 +291,32 @@ void KestrelComm::portClose() {
     }
 }
 
-QString KestrelComm::freqText(double hertz) {
-    return Trap(m_ctx.errors, "KestrelComm -> Freq2Str", [&] { return Freq2Str(hertz); });
-}
-
 void KestrelComm::SendAllChannels() {
-    upload(Kind::All, 0);
+    upload(ProfilePart::AllBanks, 0);
 }
 
 void KestrelComm::SendBank(quint8 bank) {
-    upload(Kind::Bank, bank);
+    upload(ProfilePart::Bank, bank);
 }
 
 void KestrelComm::SendSearch() {
-    upload(Kind::Search, 0);
+    upload(ProfilePart::Search, 0);
+}
+
+void KestrelComm::upload(ProfilePart part, int bank) {
+    if (m_busy)
+        return;
+    QList<QByteArray> frames;
+    try {
+        frames = UploadFrames(m_ctx.cur(), part, bank);
+    } catch (const KestrelError& e) {
+        // Nothing is sent of a profile that cannot be put into frames whole.
+        beginUpload(part);
+        uploadFailed(part, e);
+        endUpload(UploadResult::Status::Failed);
+        return;
+    }
+    send(frames, part, bank);
 }
 
 void KestrelComm::cancelUpload() {
@@ -331,98 +343,87 @@ QString UploadSummary(const UploadResult& r) {
     return QStringLiteral("Upload failed (") + counted + QLatin1Char(')');
 }
 
-void KestrelComm::upload(Kind kind, quint8 bank) {
+bool KestrelComm::beginUpload(ProfilePart part) {
     if (m_busy)
-        return;
+        return false;
     m_busy = true;
     m_cancel = false;
-    const int total = kind == Kind::All    ? ChannelCount
-                      : kind == Kind::Bank ? ChansPerBank
-                                           : SearchCount;
-    m_result = {UploadResult::Status::Finished, 0, total, kind == Kind::Search};
-    const auto end = [this](UploadResult::Status status) {
-        m_result.status = status;
-        m_busy = false;
-        m_cancel = false;
-        Q_EMIT uploadEnded();
-    };
-    const char* name = kind == Kind::All    ? "SendAll: "
-                       : kind == Kind::Bank ? "SendBank: "
-                                            : "SendSearch: ";
-    const double pause = kind == Kind::Bank ? 0.5 : 0.25;
+    m_result = {UploadResult::Status::Finished, 0, UploadRecordCount(part),
+                part == ProfilePart::Search};
+    return true;
+}
+
+void KestrelComm::endUpload(UploadResult::Status status) {
+    m_result.status = status;
+    m_busy = false;
+    m_cancel = false;
+    Q_EMIT uploadEnded();
+}
+
+void KestrelComm::uploadFailed(ProfilePart part, const KestrelError& e) {
+    const char* name = part == ProfilePart::AllBanks ? "SendAll: "
+                       : part == ProfilePart::Bank   ? "SendBank: "
+                                                     : "SendSearch: ";
+    m_ctx.prompts().message(QString::fromLatin1(name) + QString::number(e.number()) +
+                                QLatin1Char('-') + e.description(),
+                            kTitle, Icon::Critical, Buttons::Ok);
+}
+
+void KestrelComm::send(const QList<QByteArray>& frames, ProfilePart part, int bank) {
+    if (!beginUpload(part))
+        return;
+    // Channels are numbered 1-200 across the banks; search ranges 1-10.
+    const int firstNumber = part == ProfilePart::Bank ? ChannelNumber(bank, 1) : 1;
+    const double pause = part == ProfilePart::Bank ? 0.5 : 0.25;
     try {
+        if (frames.size() != m_result.total + 2)
+            throw KestrelError(err::SubscriptOutOfRange, QStringLiteral("Subscript out of range"));
         portOpen();
         const bool opened = m_port->isOpen();
-        if (kind == Kind::Bank)
+        if (part == ProfilePart::Bank)
             m_lastFrame.clear();
-        if (!Get_ResponseTo(BuildStartCom())) {
+        if (!Get_ResponseTo(frames.first())) {
             portClose();
-            end(opened ? UploadResult::Status::TimedOut : UploadResult::Status::NoPort);
+            endUpload(opened ? UploadResult::Status::TimedOut : UploadResult::Status::NoPort);
             Q_EMIT RxTimeOut();
             return;
         }
         Delay(pause);
-        // The profile is read item by item, as the user may switch profiles during the upload
-        // only through the owner, which keeps that from happening.
-        const ProfileRec& profile = m_ctx.Profiles[m_ctx.CurProfile];
-        auto sendOne = [&](const QByteArray& frame) {
-            m_lastFrame = frame;
-            if (Get_ResponseTo(frame)) {
-                ++m_result.sent;
-                // A cancel waits for the answer to the frame on its way, never longer.
-                if (m_cancel) {
-                    portClose();
-                    end(UploadResult::Status::Cancelled);
-                    return false;
-                }
-                Delay(pause);
-                return true;
+        for (int i = 0; i < m_result.total; ++i) {
+            const quint8 number = quint8(firstNumber + i);
+            if (part == ProfilePart::Search)
+                Q_EMIT SendingSrch(number);
+            else
+                Q_EMIT SendingChnl(number);
+            Q_EMIT uploadProgress(m_result.sent + 1, m_result.total);
+            m_lastFrame = frames[i + 1];
+            if (!Get_ResponseTo(m_lastFrame)) {
+                portClose();
+                endUpload(UploadResult::Status::TimedOut);
+                Q_EMIT RxTimeOut();
+                return;
             }
-            portClose();
-            end(UploadResult::Status::TimedOut);
-            Q_EMIT RxTimeOut();
-            return false;
-        };
-        if (kind == Kind::Search) {
-            for (int r = 1; r <= SearchCount; ++r) {
-                Q_EMIT SendingSrch(quint8(r));
-                Q_EMIT uploadProgress(r, total);
-                const SearchRec& rec = profile.Searches[r];
-                if (!sendOne(BuildSearchStr(quint8(r), freqText(rec.Lower), freqText(rec.Upper))))
-                    return;
+            ++m_result.sent;
+            // A cancel waits for the answer to the frame on its way, never longer.
+            if (m_cancel) {
+                portClose();
+                endUpload(UploadResult::Status::Cancelled);
+                return;
             }
-        } else {
-            const int first = kind == Kind::Bank ? bank : 1;
-            const int last = kind == Kind::Bank ? bank : BankCount;
-            if (first < 1 || last > BankCount)
-                throw KestrelError(err::SubscriptOutOfRange,
-                                   QStringLiteral("Subscript out of range"));
-            for (int b = first; b <= last; ++b) {
-                for (int c = 1; c <= ChansPerBank; ++c) {
-                    const int n = ChannelNumber(b, c);
-                    Q_EMIT SendingChnl(quint8(n));
-                    Q_EMIT uploadProgress(m_result.sent + 1, total);
-                    const ChannelRec& rec = profile.Banks[b].Chans[c];
-                    if (!sendOne(BuildChanStr(quint8(n), freqText(rec.Freq), rec.Delay,
-                                              rec.Priority, rec.Lockout)))
-                        return;
-                }
-            }
+            Delay(pause);
         }
-        const bool stopAnswered = Get_ResponseTo(BuildStopCom());
+        const bool stopAnswered = Get_ResponseTo(frames.last());
         if (!stopAnswered)
             Q_EMIT RxTimeOut();
         Delay(pause);
         portClose();
-        end(stopAnswered ? UploadResult::Status::Finished : UploadResult::Status::TimedOut);
+        endUpload(stopAnswered ? UploadResult::Status::Finished : UploadResult::Status::TimedOut);
         return;
     } catch (const KestrelError& e) {
-        m_ctx.prompts().message(QString::fromLatin1(name) + QString::number(e.number()) +
-                                    QLatin1Char('-') + e.description(),
-                                kTitle, Icon::Critical, Buttons::Ok);
+        uploadFailed(part, e);
     }
     portClose();
-    end(UploadResult::Status::Failed);
+    endUpload(UploadResult::Status::Failed);
 }
 
 } // namespace kestrel

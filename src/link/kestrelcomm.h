@@ -8,13 +8,17 @@
 #include "debuglog.h"
 #include "linkport.h"
 
+#include "core/records.h"
+
 #include <QByteArray>
+#include <QList>
 #include <QObject>
 #include <memory>
 
 namespace kestrel {
 
 class AppContext;
+class KestrelError;
 
 // How an upload ended, for the status line of the window and of kestrelctl.
 struct UploadResult {
@@ -56,9 +60,16 @@ public:
 
     bool COMAvailable(qint16 port);
     void Initialize();
+    // An upload of a part of the current profile: UploadFrames of it, then send(). The three
+    // menu commands are its three parts.
+    void upload(ProfilePart part, int bank = 0);
     void SendAllChannels();
     void SendBank(quint8 bank);
     void SendSearch();
+    // Sends the frames of an upload (UploadFrames: start, one per record, stop) one at a time,
+    // each after the answer to the one before. part and bank say what the records are, for the
+    // progress signals and the pace.
+    void send(const QList<QByteArray>& frames, ProfilePart part, int bank = 0);
 
     // True while one of the three uploads runs; a second one is refused until it returns.
     bool busy() const { return m_busy; }
@@ -101,15 +112,15 @@ Q_SIGNALS:
     void CableTypeChanged();
 
 private:
-    enum class Kind { All, Bank, Search };
-    void upload(Kind kind, quint8 bank);
+    bool beginUpload(ProfilePart part);
+    void endUpload(UploadResult::Status status);
+    void uploadFailed(ProfilePart part, const KestrelError& e);
     bool GetPortInfo(const QString& device);
     void Delay(double seconds);
     bool Get_ResponseTo(const QByteArray& frame);
     void portOpen();
     void portClose();
     void trace(quint8 list, const QString& line);
-    QString freqText(double hertz);
     // Sleeps until the port has something to read, is lost, or the time is up; false when the
     // application is quitting and no event loop can run any more.
     bool waitForPort(qint64 ms);
