@@ -224,14 +224,4 @@ void BreakDownTV(const QString& key, qint16& c, qint16& s, qint16& d) {
     take(u'c', c, false);
 }
 
-QString CenterTag(const QString& text) {
-    if (text.size() >= 12)
-        return text;
-    const QString pad((12 - text.size()) / 2, u' ');
-    QString out = pad + text + pad;
-    if (out.size() < 12)
-        out.prepend(u' ');
-    return out;
-}
-
 } // namespace kestrel

@@ -119,7 +119,5 @@ inline QString RRCommandName(RRCommands cmd) {
 // Splits a tree key "c3s12d4" into its numbers, read from the right; a letter that is absent
 // leaves its number unchanged.
 void BreakDownTV(const QString& key, qint16& c, qint16& s, qint16& d);
-// Centres a text in 12 characters (longer texts unchanged).
-QString CenterTag(const QString& text);
 
 } // namespace kestrel
