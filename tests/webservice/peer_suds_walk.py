@@ -3,7 +3,8 @@
 
 Every operation of the served description is called with the demo data; every record that comes
 back must carry exactly the elements its declared type lists. A wrong password must come back as
-the AUTH fault and an unknown county as nil. Usage: peer_suds_walk.py KESTRELCTL
+the AUTH fault and an unknown county as nil. Usage: peer_suds_walk.py KESTRELCTL [RECORD_DIR]
+(with RECORD_DIR, each operation's reply is kept there as <operation>.xml)
 """
 import logging
 import re
@@ -12,15 +13,26 @@ import sys
 
 from suds import WebFault
 from suds.client import Client
+from suds.plugin import MessagePlugin
 from suds.sudsobject import Object
 
 logging.disable(logging.CRITICAL)
 
 # Demo data ids, by parameter name.
-ARGS = {"sid": 7001, "stid": 101, "ctid": 1001, "aid": 501, "scid": 3001, "coid": 1, "mid": 1,
-        "zipcode": 4938, "id": 0, "mode": 0, "tag": 0, "tgCid": 0, "tgTag": 0, "tgDec": 0,
+ARGS = {"sid": 7001, "stid": 101, "ctid": 1001, "aid": 501, "scid": 3001, "coid": 1, "mid": 601,
+        "zipcode": 12345, "id": 0, "mode": 0, "tag": 1, "tgCid": 0, "tgTag": 0, "tgDec": 0,
         "lat": 44.52, "lon": -70.11, "range": 2.5, "unit": "mi", "freq": 0, "tone": "",
-        "callsign": "", "code": "0", "sysid": "", "stids": "101", "ctids": "1001"}
+        "callsign": "KDL123", "code": "0", "sysid": "1A2B", "stids": "101", "ctids": "1001"}
+
+
+class Recorder(MessagePlugin):
+    def __init__(self, folder):
+        self.folder, self.op = folder, None
+
+    def received(self, context):
+        if self.folder and self.op:
+            with open(f"{self.folder}/{self.op}.xml", "wb") as f:
+                f.write(context.reply)
 
 
 def declared(client):
@@ -57,7 +69,8 @@ def main():
         m = re.match(r"Listening on (\S+)", server.stdout.readline())
         if not m:
             sys.exit("rr-serve did not say where it listens")
-        client = Client(m.group(1) + "?wsdl", cache=None)
+        recorder = Recorder(sys.argv[2] if len(sys.argv) > 2 else None)
+        client = Client(m.group(1) + "?wsdl", cache=None, plugins=[recorder])
         types = declared(client)
 
         def auth(password="demo"):
@@ -71,12 +84,14 @@ def main():
             kwargs = {}
             for part in method.soap.input.body.parts:
                 kwargs[part.name] = auth() if part.name == "authInfo" else ARGS[part.name]
+            recorder.op = method.name
             try:
                 reply = getattr(client.service, method.name)(**kwargs)
             except WebFault as e:
                 sys.exit(f"{method.name}: {e}")
             check(reply, types, seen, method.name)
             ops += 1
+        recorder.op = None
 
         try:
             client.service.getUserData(authInfo=auth("wrong"))
