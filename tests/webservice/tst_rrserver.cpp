@@ -46,24 +46,28 @@ Http exchange(QNetworkAccessManager& net, const QUrl& url, const QByteArray* pos
 
 // A request for `op` with "name=value;..." typed by the operation's parameter list.
 QByteArray request(const QString& op, const QString& params, const QString& user = "demo",
-                   const QString& password = "demo") {
+                   const QString& password = "demo", const QString& appKey = "10000001") {
     const RROperation* operation = FindRROperation(op);
     SoapMessage m;
     m.method = op + QStringLiteral("Request");
     m.methodNS = QString::fromLatin1(kRRServiceNamespace);
-    for (const QString& pair : params.split(u';', Qt::SkipEmptyParts)) {
-        const QString name = pair.section(u'=', 0, 0), value = pair.section(u'=', 1);
-        QString type = kXsdString;
-        for (const RRParam& p : operation->params)
-            if (name == QLatin1StringView(p.name))
-                type = QString::fromLatin1(p.xsdType);
+    // Every part of the message is sent, in order; a part not given is "0" ("" for text), and
+    // "-name" leaves it out.
+    for (const RRParam& p : operation->params) {
+        const QString name = QString::fromLatin1(p.name), type = QString::fromLatin1(p.xsdType);
+        if (params.split(u';').contains(u'-' + name))
+            continue;
+        QString value = type == kXsdString ? QString() : QStringLiteral("0");
+        for (const QString& pair : params.split(u';', Qt::SkipEmptyParts))
+            if (pair.section(u'=', 0, 0) == name)
+                value = pair.section(u'=', 1);
         m.params.append(SoapValue::scalar(name, type, value));
     }
     if (!user.isNull()) {
         SoapValue& auth = m.params.emplaceBack(SoapValue::structure("authInfo", "tns:authInfo"));
         for (const auto& [name, value] : {std::pair{"username", user},
                                           {"password", password},
-                                          {"appKey", QString("10000001")},
+                                          {"appKey", appKey},
                                           {"version", QString("latest")},
                                           {"style", QString("rpc")}})
             auth.add(SoapValue::string(QString::fromLatin1(name), value));
@@ -113,6 +117,8 @@ private Q_SLOTS:
         row("county by tag", "getCountyFreqsByTag", "ctid=1001;tag=1", 2, "fid", "40001");
         row("nearby in km", "fccGetProxCallsigns", "lat=44.71;lon=-70.42;range=1;unit=km", 1,
             "distance", "0");
+        row("nearby, a decimal range", "fccGetProxCallsigns",
+            "lat=44.52;lon=-70.11;range=2.5;unit=mi", 2, "distance", "0.85");
     }
 
     void answersFromTheDemoData() {
@@ -165,7 +171,6 @@ private Q_SLOTS:
                                         << "Demo";
         QTest::newRow("unknown user") << "nobody"
                                       << "demo";
-        QTest::newRow("no login block") << QString() << QString();
     }
 
     void wrongLoginGetsTheAuthFault() {
@@ -180,6 +185,40 @@ private Q_SLOTS:
         QVERIFY(ReadEnvelope(h.body, reply));
         QVERIFY(reply.isFault);
         QCOMPARE(reply.fault.faultcode, QStringLiteral("AUTH"));
+        QVERIFY(reply.fault.faultstring.startsWith("Invalid Username or Password.  Make sure"));
+    }
+
+    void refusesAnIncompleteRequest_data() {
+        QTest::addColumn<QString>("op");
+        QTest::addColumn<QString>("params");
+        QTest::addColumn<QString>("user");
+        QTest::addColumn<QString>("appKey");
+        QTest::newRow("a filter left out") << "getTrsTalkgroups"
+                                           << "sid=7001;-tgTag"
+                                           << "demo"
+                                           << "10000001";
+        QTest::newRow("the id left out") << "getTrsType"
+                                         << "-id"
+                                         << "demo"
+                                         << "10000001";
+        QTest::newRow("no login block") << "getTag"
+                                        << "id=0" << QString() << QString();
+        QTest::newRow("empty application key") << "getTag"
+                                               << "id=0"
+                                               << "demo"
+                                               << " ";
+    }
+
+    // Like the public service: HTTP 500 without a body, not a fault.
+    void refusesAnIncompleteRequest() {
+        QFETCH(QString, op);
+        QFETCH(QString, params);
+        QFETCH(QString, user);
+        QFETCH(QString, appKey);
+        const QByteArray body = request(op, params, user, "demo", appKey);
+        const Http h = exchange(m_net, m_base.resolved(QUrl("index.php")), &body);
+        QCOMPARE(h.status, 500);
+        QVERIFY(h.body.isEmpty());
     }
 
     void servesTheDescription_data() {
@@ -190,6 +229,8 @@ private Q_SLOTS:
                                           << "/soap/" << true;
         QTest::newRow("numbered") << "/soap2/index.php?wsdl&v=5"
                                   << "/soap2/" << false;
+        QTest::newRow("no number, current endpoint") << "/soap2/?wsdl"
+                                                     << "/soap2/" << false;
     }
 
     // The description parses, is large enough to be cached, names the service's address and

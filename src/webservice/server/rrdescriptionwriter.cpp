@@ -33,7 +33,7 @@ constexpr RRParam pZip[] = {{"zipcode", kInt}};
 constexpr RRParam pCallsign[] = {{"callsign", kString}};
 constexpr RRParam pCode[] = {{"code", kString}};
 constexpr RRParam pProx[] = {
-    {"lat", kDouble}, {"lon", kDouble}, {"range", kInt}, {"unit", kString}};
+    {"lat", kDouble}, {"lon", kDouble}, {"range", kDouble}, {"unit", kString}};
 
 constexpr std::span<const RRParam> none(pNone, 0);
 

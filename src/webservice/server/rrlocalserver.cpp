@@ -310,7 +310,7 @@ SoapValue result(const RRDataSet& d, const QString& op, const SoapMessage& m, co
         QList<TypProxCallsign> out;
         for (TypProxCallsign c : d.proxCallsigns) {
             c.distance = distance(lat, lon, c.lat, c.lon, km);
-            if (c.distance <= intParam(m, "range"))
+            if (c.distance <= doubleParam(m, "range"))
                 out.append(c);
         }
         return listReply(out);
@@ -398,7 +398,11 @@ RRLocalServer::Reply RRLocalServer::handle(const QHttpServerRequest& request) {
 
 RRLocalServer::Reply RRLocalServer::describe(const QString& location,
                                              const QString& version) const {
-    const bool classic = version.isEmpty() || version == u"1";
+    // Only the first generation (asked for by number, or at its own "/soap/" endpoint) spells the
+    // site frequency list the old way; elsewhere a description without a number matches the
+    // replies, which follow the current generation unless the login names version 1.
+    const bool classic =
+        version == u"1" || (version.isEmpty() && location.endsWith(QStringLiteral("/soap/")));
     return {200, kXmlUtf8, RRServiceDescription(location, classic)};
 }
 
@@ -425,20 +429,34 @@ RRLocalServer::Reply RRLocalServer::answer(const QByteArray& requestBody,
         return faultReply(QStringLiteral("Client"),
                           QStringLiteral("Operation '%1' is not defined").arg(request.method));
 
+    // Like the public service: a request lacking any part of its message, or carrying an empty
+    // application key, is refused with HTTP 500 and no body at all.
+    const auto part = [&](QLatin1StringView partName) -> const SoapValue* {
+        for (const SoapValue& p : request.params)
+            if (p.name == partName)
+                return &p;
+        return nullptr;
+    };
+    for (const RRParam& p : op->params)
+        if (!part(QLatin1StringView(p.name)))
+            return {500, kXmlUtf8, QByteArray()};
+    const SoapValue* auth = op->needsLogin ? part(QLatin1StringView("authInfo")) : nullptr;
+    const SoapValue* appKey = auth ? auth->child(u"appKey") : nullptr;
+    if (op->needsLogin && (!appKey || appKey->text.trimmed().isEmpty()))
+        return {500, kXmlUtf8, QByteArray()};
+
     const RRUser* user = nullptr;
     bool classic = false;
     if (op->needsLogin) {
-        const SoapValue* auth = nullptr;
-        for (const SoapValue& p : request.params)
-            if (p.name == u"authInfo")
-                auth = &p;
         const SoapValue* username = auth ? auth->child(u"username") : nullptr;
         const SoapValue* password = auth ? auth->child(u"password") : nullptr;
         const SoapValue* version = auth ? auth->child(u"version") : nullptr;
         user = username ? m_data.user(username->text) : nullptr;
         if (!user || !password || password->text != user->password)
             return faultReply(QStringLiteral("AUTH"),
-                              QStringLiteral("Invalid username or password"));
+                              QStringLiteral("Invalid Username or Password.  Make sure you are "
+                                             "logging in with your username and not your "
+                                             "email address."));
         classic = version && version->text.trimmed() == u"1";
     }
 
