@@ -265,6 +265,9 @@ QString kestrelctlPage() {
                         roff(fromLatin(c->summary)) + u'\n';
                 if (!c->options.isEmpty())
                     text += u".PP\nOptions of every sub-command:\n"_s + manOptions(c->options);
+                for (const ExitStatus& e : c->exits)
+                    text +=
+                        manItem(u"Exit status "_s + QString::number(e.code), fromLatin(e.meaning));
                 continue;
             }
             usage += u" [options]"_s;
