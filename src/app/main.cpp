@@ -10,6 +10,7 @@
 #include "ui/windowplace.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QDir>
 #include <QIcon>
 #include <chrono>
@@ -21,28 +22,64 @@ namespace {
 constexpr int kLockWaitMs = 5000;
 } // namespace
 
+namespace {
+constexpr char kUsage[] = "Usage: kestrel-manager [options]\n"
+                          "Prepares the scanner's memory and shows the main window.\n"
+                          "\n"
+                          "Options:\n"
+                          "  -h, --help        Show this help and end.\n"
+                          "  -v, --version     Show the version and end.\n"
+                          "  --data-dir DIR    Keep profiles, banks and settings in DIR.\n";
+
+// The command line is read before any window system is touched, so --help and --version work
+// with no display (over ssh, in a package check). Returns an exit status, or -1 to go on.
+int ReadCommandLine(int argc, char** argv, QString& dataDir) {
+    QStringList args;
+    for (int i = 0; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    QCommandLineParser parser;
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QString());
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")}, QString());
+    const QCommandLineOption dir(QStringLiteral("data-dir"), QString(), QStringLiteral("DIR"));
+    parser.addOption(help);
+    parser.addOption(version);
+    parser.addOption(dir);
+    if (!parser.parse(args)) {
+        std::fprintf(stderr, "kestrel-manager: %s\n%s", qPrintable(parser.errorText()), kUsage);
+        return 1;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        std::fprintf(stderr, "kestrel-manager: unexpected argument '%s'\n%s",
+                     qPrintable(parser.positionalArguments().constFirst()), kUsage);
+        return 1;
+    }
+    if (parser.isSet(help)) {
+        std::fputs(kUsage, stdout);
+        return 0;
+    }
+    if (parser.isSet(version)) {
+        std::printf("kestrel-manager %s\n", KESTREL_VERSION);
+        return 0;
+    }
+    dataDir = parser.value(dir);
+    if (parser.isSet(dir) && dataDir.isEmpty()) {
+        std::fprintf(stderr, "kestrel-manager: --data-dir needs a folder\n");
+        return 1;
+    }
+    return -1;
+}
+} // namespace
+
 int main(int argc, char** argv) {
+    QString dataDir;
+    if (const int status = ReadCommandLine(argc, argv, dataDir); status >= 0)
+        return status;
+
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QString::fromLatin1(kestrel::kPublisher));
     QApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
     QApplication::setApplicationVersion(QStringLiteral(KESTREL_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/kestrel-manager.svg")));
-
-    QStringList args = app.arguments().mid(1);
-    QString dataDir;
-    const qsizetype dd = args.indexOf(QStringLiteral("--data-dir"));
-    if (dd >= 0) {
-        if (dd + 1 >= args.size()) {
-            std::fprintf(stderr, "kestrel-manager: --data-dir needs a folder\n");
-            return 1;
-        }
-        dataDir = args[dd + 1];
-        args.remove(dd, 2);
-    }
-    if (!args.isEmpty()) {
-        std::fprintf(stderr, "usage: kestrel-manager [--data-dir DIR]\n");
-        return 1;
-    }
 
     kestrel::GuiPrompts prompts;
     kestrel::AppContext ctx(kestrel::ResolveAppDir(dataDir), &prompts);

@@ -194,6 +194,146 @@ QString familyHelp(const QString& family) {
     return text;
 }
 
+// Manual pages in roff, from the same table as the help. Text is escaped so that no line of it
+// can read as a request, and hyphens in option names stay hyphens.
+QString roff(const QString& text) {
+    QString out = text;
+    out.replace(u'\\', u"\\e"_s).replace(u'-', u"\\-"_s);
+    if (out.startsWith(u'.') || out.startsWith(u'\''))
+        out.prepend(u"\\&"_s);
+    return out;
+}
+
+QString manHeader(const QString& name, const QString& summary) {
+    return u".TH "_s + name.toUpper().replace(u'-', u"\\-"_s) + u" 1 \"\" \"Kestrel Manager "_s +
+           QStringLiteral(KESTREL_VERSION) + u"\" \"User Commands\"\n.SH NAME\n"_s + roff(name) +
+           u" \\- "_s + roff(summary) + u'\n';
+}
+
+QString manItem(const QString& term, const QString& text) {
+    return u".TP\n.B "_s + roff(term) + u'\n' + roff(text) + u'\n';
+}
+
+QString manOptions(const QList<Option>& options) {
+    QString text;
+    for (const Option& o : options)
+        text += manItem(QString::fromLatin1(o.name) == u"help"_s ? u"-h, --help"_s : spelling(o),
+                        fromLatin(o.description));
+    return text;
+}
+
+QString manFiles() {
+    return u".SH FILES\n"_s +
+           manItem(u"~/.local/share/Kestrel/KestrelManager/"_s,
+                   u"The data folder: Profiles.ini, the settings files Main.ini and one per "
+                   "profile, the Banks folder with the bank (.BKE) and search-limit (.SKE) files, "
+                   "and Error.log. --data-dir DIR uses DIR instead. Both programs share it; one "
+                   "writes at a time."_s) +
+           manItem(u"~/.local/share/Kestrel/KestrelManager/Main.ini"_s,
+                   u"The settings: serial ports, the web database's address, window places."_s);
+}
+
+QString kestrelctlPage() {
+    QString text = manHeader(kProgram, u"prepare a radio scanner's memory from the command line"_s);
+    text += u".SH SYNOPSIS\n.B kestrelctl\n"_s +
+            roff(u"[--data-dir DIR] COMMAND [SUB-COMMAND] [options] [ARGUMENTS]"_s) +
+            u"\n.br\n.B kestrelctl\n"_s + roff(u"help [COMMAND [SUB-COMMAND]]"_s) +
+            u"\n.br\n.B kestrelctl\n"_s + roff(u"--help | --version"_s) + u'\n';
+    text += u".SH DESCRIPTION\n"_s +
+            roff(u"Prepares the scanner's memory from the command line, in the same files as "
+                 "Kestrel Manager: profiles, banks of channels, search ranges, the upload over "
+                 "the serial cable and the web database of frequencies."_s) +
+            u'\n';
+    text += u".SH GLOBAL OPTIONS\n"_s +
+            manOptions(globalOptions() +
+                       QList<Option>{{"version", nullptr, "Print the program's version and exit"}});
+    text += u".SH COMMANDS\n"_s;
+    for (const QString& name : topNames()) {
+        if (name == u"help"_s) {
+            text += u".SS \"kestrelctl help [COMMAND [SUB\\-COMMAND]]\"\n"_s +
+                    roff(u"Print the help of a command."_s) + u'\n';
+            continue;
+        }
+        QList<const Command*> rows;
+        if (const Command* c = find(name))
+            rows.append(c);
+        rows += members(name);
+        for (const Command* c : rows) {
+            QString usage = u"kestrelctl "_s + commandPath(*c);
+            if (!c->run) {
+                text += u".SS \""_s + roff(usage + u" SUB-COMMAND"_s) + u"\"\n"_s +
+                        roff(fromLatin(c->summary)) + u'\n';
+                if (!c->options.isEmpty())
+                    text += u".PP\nOptions of every sub-command:\n"_s + manOptions(c->options);
+                for (const ExitStatus& e : c->exits)
+                    text +=
+                        manItem(u"Exit status "_s + QString::number(e.code), fromLatin(e.meaning));
+                continue;
+            }
+            usage += u" [options]"_s;
+            for (const Argument& a : c->arguments)
+                usage += u' ' + fromLatin(a.name);
+            text += u".SS \""_s + roff(usage) + u"\"\n"_s + roff(fromLatin(c->summary)) + u'\n';
+            for (const Argument& a : c->arguments)
+                text += manItem(fromLatin(a.name), fromLatin(a.description));
+            text += manOptions(c->options);
+            for (const ExitStatus& e : c->exits)
+                text += manItem(u"Exit status "_s + QString::number(e.code), fromLatin(e.meaning));
+        }
+    }
+    text += u".SH EXIT STATUS\n"_s;
+    for (const auto& [code, meaning] : commonExits())
+        text += manItem(code, meaning);
+    text += roff(u"Statuses above 2 belong to single commands and are listed with them."_s) + u'\n';
+    text += u".SH EXAMPLES\n"_s;
+    const QList<QPair<QString, QString>> examples{
+        {u"kestrelctl --help"_s, u"List the commands."_s},
+        {u"kestrelctl help rr import"_s, u"Show the options of one sub-command."_s},
+        {u"kestrelctl rr-serve"_s, u"Start the local copy of the web database."_s},
+        {u"echo demo | kestrelctl rr --url http://127.0.0.1:9000/soap2/ --user demo "
+         "--password-stdin countries"_s,
+         u"List the countries the local web database knows."_s},
+    };
+    for (const auto& [command, meaning] : examples)
+        text +=
+            u".PP\n"_s + roff(meaning) + u"\n.PP\n.RS\n.nf\n"_s + roff(command) + u"\n.fi\n.RE\n"_s;
+    text += manFiles();
+    text += u".SH SEE ALSO\n.BR kestrel\\-manager (1)\n"_s;
+    return text;
+}
+
+QString windowPage() {
+    QString text = manHeader(u"kestrel-manager"_s, u"prepare a radio scanner's memory"_s);
+    text += u".SH SYNOPSIS\n.B kestrel\\-manager\n"_s +
+            roff(u"[--data-dir DIR] | --help | --version"_s) + u'\n';
+    text += u".SH DESCRIPTION\n"_s +
+            roff(u"The desktop window of Kestrel Manager: 10 banks of 20 channels and 10 search "
+                 "ranges per profile, ten profiles, the upload to the scanner over a serial "
+                 "cable and the import from the web database of frequencies. kestrelctl does "
+                 "the same from the command line."_s) +
+            u'\n';
+    text += u".SH OPTIONS\n"_s +
+            manOptions({{"help", nullptr, "Print the usage and exit, without opening a window"},
+                        {"version", nullptr, "Print the version and exit, without a display"},
+                        {"data-dir", "DIR", "The data folder to use instead of the usual one"}});
+    text += u".SH EXIT STATUS\n"_s + manItem(u"0"_s, u"The window was closed."_s) +
+            manItem(u"1"_s, u"A wrong option or argument."_s) +
+            manItem(u"2"_s, u"The data folder is in use by another writer."_s);
+    text +=
+        u".SH EXAMPLES\n.PP\n.RS\n.nf\nkestrel\\-manager \\-\\-data\\-dir ~/scanner\n.fi\n.RE\n"_s;
+    text += manFiles();
+    text += u".SH SEE ALSO\n.BR kestrelctl (1)\n"_s;
+    return text;
+}
+
+QString manPage(const QString& program) {
+    if (program == kProgram)
+        return kestrelctlPage();
+    if (program == u"kestrel-manager"_s)
+        return windowPage();
+    return {};
+}
+
 // " (did you mean 'x'?)" for the closest candidate within two edits, or a unique candidate
 // that starts with what was typed; empty otherwise.
 QString suggestion(const QString& typed, const QStringList& candidates) {
@@ -401,7 +541,8 @@ Invocation resolve(const QStringList& words) {
     const QCommandLineOption help(QStringList{u"help"_s, u"h"_s});
     const QCommandLineOption version(u"version"_s);
     const QCommandLineOption completion(u"completion-words"_s);
-    parser.addOptions({dataDir, help, version, completion});
+    const QCommandLineOption man(u"man"_s, {}, u"PROGRAM"_s); // the build writes the manual pages
+    parser.addOptions({dataDir, help, version, completion, man});
     if (!parser.parse(QStringList{kProgram} + words)) {
         QString message = parser.errorText();
         if (!parser.unknownOptionNames().isEmpty()) {
@@ -414,6 +555,12 @@ Invocation resolve(const QStringList& words) {
     QStringList rest = parser.positionalArguments();
     if (parser.isSet(completion))
         return print(completionWords(rest));
+    if (parser.isSet(man)) {
+        const QString page = manPage(parser.value(man));
+        return page.isEmpty()
+                   ? fail(kProgram + u": no manual page for "_s + parser.value(man) + u'\n')
+                   : print(page);
+    }
     if (parser.isSet(version))
         return print(kProgram + u' ' + QStringLiteral(KESTREL_VERSION) + u'\n');
     if (parser.isSet(help))

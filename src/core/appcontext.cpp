@@ -57,7 +57,10 @@ QString ResolveAppDir(const QString& overrideDir) {
         return QDir(overrideDir).absolutePath();
     const QString exeDir = QCoreApplication::applicationDirPath();
     const QFileInfo info(exeDir);
-    if (!exeDir.isEmpty() && info.isDir() && info.isWritable())
+    // A program installed under /usr (a package) never keeps data beside itself, even when run
+    // by root, who may write there.
+    const bool systemDir = exeDir.startsWith(QStringLiteral("/usr/"));
+    if (!exeDir.isEmpty() && !systemDir && info.isDir() && info.isWritable())
         return exeDir;
     QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     if (data.isEmpty())

@@ -71,6 +71,16 @@ private Q_SLOTS:
         QTest::newRow("complete value")
             << QStringList{"--completion-words", "--", "zz", "state", "--user"} << print
             << ":NAME\n";
+        QTest::newRow("manual page section") << QStringList{"--man", "kestrelctl"} << print
+                                             << ".SS \"kestrelctl zz state [options] ID\"\n";
+        QTest::newRow("manual page head option") << QStringList{"--man", "kestrelctl"} << print
+                                                 << "sub-command:\n.TP\n.B \\-\\-user NAME\n";
+        QTest::newRow("manual page head exit") << QStringList{"--man", "kestrelctl"} << print
+                                               << ".B Exit status 4\nthe login was refused\n";
+        QTest::newRow("manual page of the window")
+            << QStringList{"--man", "kestrel-manager"} << print << ".B \\-\\-data\\-dir DIR\n";
+        QTest::newRow("no manual page")
+            << QStringList{"--man", "zz"} << fail << "no manual page for zz";
     }
     void resolveWords() {
         QFETCH(QStringList, words);
