@@ -61,7 +61,7 @@ int run(Env& env, const Args& args) {
             args.has(QStringLiteral("range")) ? args.intValue(QStringLiteral("range"), 1, 3) : 1;
         const QString unit = args.value(QStringLiteral("unit"), QStringLiteral("m"));
         if (unit != u"m" && unit != u"n" && unit != u"k")
-            throw UsageError("--unit is m (statute miles), n (nautical miles) or k (kilometres)");
+            throw UsageError("--unit is m (statute miles), n (nautical miles) or k (kilometers)");
         if (!rr.open())
             return rr.finish();
         if (rr.client().fccGetProxCallsigns(lat, lon, range, unit))
@@ -88,7 +88,7 @@ const CommandRegistration
           {"agency", "AID", "tag: search this agency"},
           {"tone", "TONE", "freq: only this tone (empty: any)"},
           {"range", "N", "callsigns: the distance, 1, 2 or 3 (default 1)"},
-          {"unit", "U", "callsigns: m statute miles (default), n nautical miles, k kilometres"}},
+          {"unit", "U", "callsigns: m statute miles (default), n nautical miles, k kilometers"}},
          {{"KIND", "freq, tag or callsigns"},
           {"[FREQ|TAGID|LAT]", "The frequency, the tag's id or the latitude"},
           {"[LON]", "callsigns: the longitude"}},

@@ -19,7 +19,7 @@ QString ErrorReporter::logPath() const {
 
 QString ErrorReporter::dialogText(const QString& label, int line, int number,
                                   const QString& description) {
-    return QStringLiteral("An Error Occured In ") + label + QStringLiteral(" @ Line:") +
+    return QStringLiteral("An Error Occurred In ") + label + QStringLiteral(" @ Line:") +
            QString::number(line) + QStringLiteral("\n\nError Number: ") + QString::number(number) +
            QStringLiteral("  ") + description +
            QStringLiteral("\n\nSuppress Further Errors If Possible?");

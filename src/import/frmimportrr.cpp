@@ -193,9 +193,9 @@ void FrmImportRR::buildControls() {
     m_grpId = valueLabel(QStringLiteral("0"));
     m_grpId->setToolTip(QStringLiteral("Number of Groups Selected"));
     m_import[0] = new QPushButton(QStringLiteral("Import"));
-    m_import[0]->setToolTip(QStringLiteral("Import Site Info and TalkGroups"));
+    m_import[0]->setToolTip(QStringLiteral("Import Site Info and Talk Groups"));
     m_compare = new QPushButton(QStringLiteral("Compare"));
-    m_compare->setToolTip(QStringLiteral("Compare TalkGroups"));
+    m_compare->setToolTip(QStringLiteral("Compare Talk Groups"));
     auto* trow = new QHBoxLayout;
     trow->addWidget(new QLabel(QStringLiteral("Channels:")));
     trow->addWidget(m_siteChn);
@@ -417,7 +417,7 @@ void FrmImportRR::LogInBtn_Click() {
                 s.at(5);
                 m_loggedIn = ProbeHttp(m_client.baseUrl(), 2000);
                 if (m_loggedIn)
-                    m_expiry->setText(QStringLiteral("UnKnown"));
+                    m_expiry->setText(QStringLiteral("Unknown"));
             }
             m_logIn->setEnabled(!m_loggedIn);
             if (m_loggedIn) {
@@ -1039,7 +1039,7 @@ void FrmImportRR::ImportBtn_Click(int index) {
     Trap(m_ctx.errors, "RRImpBtn", [&](Stmt& s) {
         s.at(1);
         const Answer a = m_ctx.prompts().message(
-            QStringLiteral("OverWrite *ALL* Data in the Current Bank?\nSelecting [No] will "
+            QStringLiteral("Overwrite *ALL* Data in the Current Bank?\nSelecting [No] will "
                            "Create a New Bank..."),
             kCaption, Icon::Question, Buttons::YesNoCancel);
         if (a == Answer::Cancel)
@@ -1167,7 +1167,7 @@ void FrmImportRR::ViewMenuItem_Click() {
         if (reader.hasError() || text.trimmed().isEmpty()) {
             item->setChecked(false);
             m_ctx.prompts().message(
-                QStringLiteral("Error occured when parsing the XML file\n\nError Code: %1\nLine "
+                QStringLiteral("Error occurred when parsing the XML file\n\nError Code: %1\nLine "
                                "Number: %2\nLine Position: %3\nReason: %4")
                     .arg(int(reader.error()))
                     .arg(reader.lineNumber())

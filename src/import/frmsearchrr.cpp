@@ -77,7 +77,7 @@ void FrmSearchRR::buildControls() {
     };
     const QStringList captions{
         QStringLiteral("Search Frequency By Location"), QStringLiteral("Search Frequencies By Tag"),
-        QStringLiteral("Search CallSigns By Area"), QStringLiteral("Get CallSign Details"),
+        QStringLiteral("Search Call Signs By Area"), QStringLiteral("Get Call Sign Details"),
         QStringLiteral("Search Trunking Site By System ID")};
     QFormLayout* forms[5];
     auto* layout = new QVBoxLayout(this);

@@ -159,7 +159,7 @@ QString CvrtSiteType(ErrorReporter& errors, const QList<TypTrsType>& types, qint
         for (const TypTrsType& t : types)
             if (t.sType == type)
                 return t.sTypeDescr;
-        return QStringLiteral("UnKnown");
+        return QStringLiteral("Unknown");
     });
 }
 
@@ -169,7 +169,7 @@ QString CvrtSiteFlavor(ErrorReporter& errors, const QList<TypTrsFlavor>& flavors
         for (const TypTrsFlavor& f : flavors)
             if ((f.sType == type || type == 0) && f.sFlavor == flavor)
                 return f.sFlavorDescr;
-        return QStringLiteral("UnKnown");
+        return QStringLiteral("Unknown");
     });
 }
 
@@ -179,7 +179,7 @@ QString CvrtSiteVoice(ErrorReporter& errors, const QList<TypTrsVoice>& voices, q
         for (const TypTrsVoice& v : voices)
             if ((v.sType == type || type == 0) && v.sVoice == voice)
                 return v.sVoiceDescr;
-        return QStringLiteral("UnKnown");
+        return QStringLiteral("Unknown");
     });
 }
 

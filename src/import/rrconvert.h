@@ -68,7 +68,7 @@ qint16 CvrtRRMode(ErrorReporter& errors, const QString& modeName);
 QString CvrtSiteUse(const QString& use);
 
 // Linear scans, first match wins; a type of 0 matches every type in the flavor and voice
-// lookups. Not found: "UnKnown", "Unknown Tag:<id>", "Unknown Code:<code>".
+// lookups. Not found: "Unknown", "Unknown Tag:<id>", "Unknown Code:<code>".
 QString CvrtSiteType(ErrorReporter& errors, const QList<TypTrsType>& types, qint32 type);
 QString CvrtSiteFlavor(ErrorReporter& errors, const QList<TypTrsFlavor>& flavors, qint32 type,
                        qint32 flavor);

@@ -77,18 +77,18 @@ static QList<TreeNode> resultNodes(const QString& top, const QList<T>& results, 
 
 QList<TreeNode> SearchFreqNodes(const QString& area, const QList<TypSearchFreq>& results,
                                 const QList<TypMode>& modes) {
-    return resultNodes(QStringLiteral("Search Freqency Results for ") + area, results,
+    return resultNodes(QStringLiteral("Search Frequency Results for ") + area, results,
                        [&](const TypSearchFreq& f) { return SearchFreqText(f, modes); });
 }
 
 QList<TreeNode> TagFreqNodes(const QString& area, const QList<TypFreq>& results,
                              const QList<TypMode>& modes) {
-    return resultNodes(QStringLiteral("Search Tag Freqency Results for ") + area, results,
+    return resultNodes(QStringLiteral("Search Tag Frequency Results for ") + area, results,
                        [&](const TypFreq& f) { return TagFreqText(f, modes); });
 }
 
 QList<TreeNode> CallSignNodes(const QList<TypProxCallsign>& list) {
-    return resultNodes(QStringLiteral("Search CallSigns In Area"), list, CallSignText);
+    return resultNodes(QStringLiteral("Search Call Signs In Area"), list, CallSignText);
 }
 
 QList<TreeNode> CallSignDetailNodes(ErrorReporter& errors, const TypFccCallsign& c,

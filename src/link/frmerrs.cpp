@@ -21,7 +21,7 @@ QString FrmErrs::errorText() {
         QStringLiteral("d-Err -> while receiving data, End, d-Err\n") + indent +
             QStringLiteral("and its frame number appear."),
         QStringLiteral("L-Err -> length field error while receiving data.\n") + indent + packet,
-        QStringLiteral("T-Err -> Timeout occured while waiting for data.\n") + indent + packet,
+        QStringLiteral("T-Err -> Timeout occurred while waiting for data.\n") + indent + packet,
     };
     return entries.join(QStringLiteral("\n\n"));
 }

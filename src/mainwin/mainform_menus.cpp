@@ -176,7 +176,7 @@ void MainForm::buildMenus() {
     QMenu* help = bar->addMenu(QStringLiteral("&Help"));
     // The home page carries the program's help, so the desktop's help key opens it.
     connect(
-        addItem(help, QStringLiteral("@ &HomePage"), MenuId::HomePage, QKeySequence::HelpContents),
+        addItem(help, QStringLiteral("@ &Home Page"), MenuId::HomePage, QKeySequence::HelpContents),
         &QAction::triggered, this, [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_HOMEPAGE))); });
     connect(addItem(help, QStringLiteral("@ &RadioReference.com"), MenuId::DBaseSite),
             &QAction::triggered, this,

@@ -237,7 +237,7 @@ std::optional<ChirpReport> ImportChirp(AppContext& ctx, qint16 p, int bank, cons
     return Trap(ctx.errors, "CsvImport -> ImportChirp", [&](Stmt& s) -> std::optional<ChirpReport> {
         s.at(1);
         const QString question = placement == ChirpPlacement::ByLocation
-                                     ? QStringLiteral("OverWrite the channels the file's "
+                                     ? QStringLiteral("Overwrite the channels the file's "
                                                       "Locations name, in every bank?")
                                      : QString::fromLatin1(kCsvOverwriteText);
         if (ctx.prompts().message(question, QString(), Icon::Question, Buttons::YesNo) !=

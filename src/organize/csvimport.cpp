@@ -11,7 +11,7 @@
 
 namespace kestrel {
 
-const char* const kCsvOverwriteText = "OverWrite *ALL* Data in the Current Bank?";
+const char* const kCsvOverwriteText = "Overwrite *ALL* Data in the Current Bank?";
 const char* const kCsvSearchTmpFile = "SeachBankTmp.SKE";
 
 namespace {

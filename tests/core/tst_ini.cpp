@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(prompts.messages().size(), 1);
         const auto& m = prompts.messages()[0];
         QCOMPARE(m.text,
-                 u"An Error Occured In ModMain -> Load_Settings @ Line:12\n\n"
+                 u"An Error Occurred In ModMain -> Load_Settings @ Line:12\n\n"
                  "Error Number: 13  Type mismatch\n\nSuppress Further Errors If Possible?"_s);
         QCOMPARE(m.title, u"Kestrel Manager Error"_s);
         QVERIFY(m.icon == Icon::Critical && m.buttons == Buttons::YesNo);

@@ -252,7 +252,7 @@ private Q_SLOTS:
         m_ctx->settings.DBaseIndex = 1;
         m_win->LogInBtn_Click();
         QVERIFY(m_win->loggedIn());
-        QCOMPARE(m_win->ExpiryLbl()->text(), QString("UnKnown"));
+        QCOMPARE(m_win->ExpiryLbl()->text(), QString("Unknown"));
         QVERIFY(ProbeHttp(m_server->baseUrl() + "no-such-page", 2000));
         QTcpServer silent;
         QVERIFY(silent.listen(QHostAddress::LocalHost));
@@ -288,7 +288,7 @@ private Q_SLOTS:
         view->trigger();
         QCOMPARE(m_prompts.messages().last().title, QString("XML Parse Error"));
         QVERIFY(m_prompts.messages().last().text.startsWith(
-            "Error occured when parsing the XML file\n\nError Code: "));
+            "Error occurred when parsing the XML file\n\nError Code: "));
         QVERIFY(!view->isChecked() && !m_win->xmlViewer());
         client.LastEnvelope = "<a>\n<b/>\n</a>";
         const QString path = m_dir.filePath("out.xml");

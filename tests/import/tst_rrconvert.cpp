@@ -96,10 +96,10 @@ private Q_SLOTS:
         QTest::addColumn<int>("id");
         QTest::addColumn<QString>("text");
         QTest::newRow("type") << "type" << 2 << 0 << "Motorola Type II";
-        QTest::newRow("type missing") << "type" << 9 << 0 << "UnKnown";
+        QTest::newRow("type missing") << "type" << 9 << 0 << "Unknown";
         QTest::newRow("flavor") << "flavor" << 2 << 1 << "Type II";
         QTest::newRow("flavor wildcard") << "flavor" << 0 << 1 << "Type I";
-        QTest::newRow("flavor missing") << "flavor" << 3 << 1 << "UnKnown";
+        QTest::newRow("flavor missing") << "flavor" << 3 << 1 << "Unknown";
         QTest::newRow("voice wildcard") << "voice" << 0 << 4 << "Mixed";
         QTest::newRow("voice typed") << "voice" << 2 << 4 << "Analog and Digital";
         QTest::newRow("tag") << "tag" << 0 << 3 << "Fire Dispatch";

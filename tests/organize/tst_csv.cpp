@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(imp.open(f.csv(bytes)));
         QCOMPARE(imp.importToBank(f.ctx.CurProfile, f.ctx.CurBank, ints(columns)), count);
         QCOMPARE(f.prompts.messages().size(), error.isEmpty() ? 1 : 2); // the question, the error
-        QCOMPARE(f.prompts.messages()[0].text, u"OverWrite *ALL* Data in the Current Bank?"_s);
+        QCOMPARE(f.prompts.messages()[0].text, u"Overwrite *ALL* Data in the Current Bank?"_s);
         QCOMPARE(f.prompts.messages()[0].buttons, Buttons::YesNo);
         QCOMPARE(f.prompts.messages()[0].icon, Icon::Question);
         while (rows.size() < ChansPerBank)

@@ -190,7 +190,7 @@ private Q_SLOTS:
                                             QAbstractItemView::PositionAtTop);
         QTest::mouseClick(w->BankBtn(2), Qt::LeftButton);
         QCOMPARE(f.prompts.messages().value(0).text,
-                 u"OverWrite *ALL* Data in the Current Bank?"_s);
+                 u"Overwrite *ALL* Data in the Current Bank?"_s);
         QCOMPARE(f.shown(0), u"Tower"_s);
         QCOMPARE(f.shown(0, 1), u"118.100000"_s);
         QVERIFY(f.ctx.cur().Banks[3].Chans[1].Delay);

@@ -40,7 +40,7 @@ FrmDBaseLoc::FrmDBaseLoc(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
     setObjectName(QStringLiteral("FrmDBaseLoc"));
     setWindowTitle(QStringLiteral("Database Location"));
 
-    auto* location = new QGroupBox(QStringLiteral("Location of Radio DataBase"), this);
+    auto* location = new QGroupBox(QStringLiteral("Location of Radio Database"), this);
     auto* locationLayout = new QVBoxLayout(location);
     auto* locationGroup = new QButtonGroup(this);
     const QString locationCaptions[2] = {QStringLiteral("RadioReference.com"),
@@ -58,7 +58,7 @@ FrmDBaseLoc::FrmDBaseLoc(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
     m_localTxt->setMinimumWidth(300);
     locationLayout->addWidget(m_localTxt);
 
-    auto* version = new QGroupBox(QStringLiteral("Radiorefernce Version"), this);
+    auto* version = new QGroupBox(QStringLiteral("RadioReference Version"), this);
     auto* versionLayout = new QGridLayout(version);
     auto* versionGroup = new QButtonGroup(this);
     for (int i : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, kLatest, kUserDefined}) {
@@ -80,7 +80,7 @@ FrmDBaseLoc::FrmDBaseLoc(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
     m_verTxt->setMaximumWidth(50);
     versionLayout->addWidget(m_verTxt, 3, 3);
 
-    auto* proxy = new QGroupBox(QStringLiteral("Http Proxy"), this);
+    auto* proxy = new QGroupBox(QStringLiteral("HTTP Proxy"), this);
     auto* proxyLayout = new QFormLayout(proxy);
     m_useProxyChk = new QCheckBox(QStringLiteral("Use Proxy"), proxy);
     m_useProxyChk->setObjectName(QStringLiteral("UseProxyChk"));
