@@ -2,6 +2,7 @@
 #include "xmlindex.h"
 
 #include <QXmlStreamReader>
+#include <limits>
 
 namespace kestrel {
 
@@ -9,6 +10,7 @@ void XmlIndex::clear() {
     m_pool.clear();
     m_nodes.clear();
     m_attributes.clear();
+    m_names.clear();
 }
 
 QStringView XmlIndex::attributeName(int node, int i) const {
@@ -20,8 +22,18 @@ QStringView XmlIndex::attributeValue(int node, int i) const {
 }
 
 XmlIndex::Span XmlIndex::keep(QStringView text) {
-    const Span span{m_pool.size(), text.size()};
+    const Span span{quint32(m_pool.size()), quint32(text.size())};
     m_pool.append(text);
+    return span;
+}
+
+XmlIndex::Span XmlIndex::keepName(QStringView name) {
+    const size_t hash = qHash(name);
+    const auto it = m_names.constFind(hash);
+    if (it != m_names.constEnd() && view(*it) == name)
+        return *it;
+    const Span span = keep(name);
+    m_names.insert(hash, span);
     return span;
 }
 
@@ -29,7 +41,7 @@ int XmlIndex::append(Kind kind, int parent, int& lastChild, QStringView name, QS
     Node node;
     node.kind = kind;
     node.parent = parent;
-    node.name = keep(name);
+    node.name = keepName(name);
     node.value = keep(value);
     node.firstAttribute = int(m_attributes.size());
     const int index = int(m_nodes.size());
@@ -83,7 +95,7 @@ bool XmlIndex::read(const QString& text, const std::atomic_bool* cancel,
             const int node =
                 append(Kind::Element, open, lastChild.last(), reader.qualifiedName(), {});
             for (const QXmlStreamAttribute& a : reader.attributes())
-                m_attributes.append({keep(a.qualifiedName()), keep(a.value())});
+                m_attributes.append({keepName(a.qualifiedName()), keep(a.value())});
             m_nodes[node].attributeCount = int(m_attributes.size()) - m_nodes[node].firstAttribute;
             open = node;
             lastChild.append(None);
@@ -113,9 +125,12 @@ bool XmlIndex::read(const QString& text, const std::atomic_bool* cancel,
         clear();
         return false;
     }
-    m_pool.squeeze();
-    m_nodes.squeeze();
-    m_attributes.squeeze();
+    // The pool's text is indexed by 32-bit offsets.
+    if (m_pool.size() > qsizetype(std::numeric_limits<quint32>::max())) {
+        clear();
+        return false;
+    }
+    m_names.clear();
     return true;
 }
 

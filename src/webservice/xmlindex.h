@@ -5,6 +5,7 @@
 // than its own text.
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringView>
@@ -41,8 +42,8 @@ public:
 
 private:
     struct Span {
-        qsizetype offset = 0;
-        qsizetype length = 0;
+        quint32 offset = 0;
+        quint32 length = 0;
     };
     struct Node {
         Span name;
@@ -61,11 +62,14 @@ private:
 
     QStringView view(Span s) const { return QStringView(m_pool).mid(s.offset, s.length); }
     Span keep(QStringView text);
+    // Names repeat: one copy of each in the pool.
+    Span keepName(QStringView name);
     int append(Kind kind, int parent, int& lastChild, QStringView name, QStringView value);
 
     QString m_pool;
     QList<Node> m_nodes;
     QList<Attribute> m_attributes;
+    QHash<size_t, Span> m_names;
 };
 
 } // namespace kestrel
