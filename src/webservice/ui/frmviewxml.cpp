@@ -11,7 +11,6 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
-#include <QRegularExpression>
 #include <QThread>
 #include <QTreeWidget>
 #include <QXmlStreamReader>
@@ -53,19 +52,6 @@ const QIcon& iconFor(const QString& image) {
     static const QIcon none;
     const auto it = icons.constFind(image);
     return it == icons.constEnd() ? none : *it;
-}
-
-// The DOM keeps the XML declaration as a processing instruction whose data is its text
-// ("version='1.0' encoding='UTF-8'"); its pseudo-attributes are read from that text.
-QList<std::pair<QString, QString>> pseudoAttributes(const QString& data) {
-    static const QRegularExpression re(
-        QStringLiteral(R"re(([A-Za-z_][\w.-]*)\s*=\s*(?:"([^"]*)"|'([^']*)'))re"));
-    QList<std::pair<QString, QString>> out;
-    for (auto it = re.globalMatch(data); it.hasNext();) {
-        const auto m = it.next();
-        out.append({m.captured(1), m.capturedLength(2) ? m.captured(2) : m.captured(3)});
-    }
-    return out;
 }
 
 // Runs work on a thread of its own and waits for it with the window still painted; the user's
@@ -143,42 +129,40 @@ bool FrmViewXml::FillXML(const QString& xmlText) {
     const QPointer<FrmViewXml> self(this);
     const bool filled = Trap(m_ctx.errors, "FrmViewXml -> FillXML", [&](Stmt& s) {
         s.at(1);
-        // A large reply takes seconds to read: the reading runs aside while the window keeps
-        // painting. The text is checked first, so that a bad one leaves the tree as it was and
-        // the old document is let go before the new one is built.
-        bool wellFormed = false;
-        runAside([&] { wellFormed = IsWellFormedXml(xmlText); });
-        if (!self || !wellFormed)
+        // A large reply takes a while to read: the reading runs aside while the window keeps
+        // painting. A text that does not parse leaves the tree and its index as they were.
+        XmlIndex index;
+        bool parsed = false;
+        m_tree->setEnabled(false);
+        runAside([&] { parsed = index.read(xmlText); });
+        if (!self)
+            return false;
+        m_tree->setEnabled(true);
+        if (!parsed)
             return false;
         s.at(2);
         m_tree->clear();
         m_nodes.clear();
         m_items.clear();
         m_nodeCount = m_attrCount = m_textCount = m_commentCount = 0;
-        m_doc = QDomDocument();
-        m_tree->setEnabled(false);
-        QDomDocument doc;
-        bool parsed = false;
-        runAside([&] { parsed = doc.setContent(xmlText); });
-        if (!self)
-            return false;
-        m_tree->setEnabled(true);
-        if (!parsed)
-            return false;
-        m_doc = doc;
+        m_index = std::move(index);
         s.at(3);
-        for (QDomNode node = m_doc.firstChild(); !node.isNull(); node = node.nextSibling()) {
-            if (node.nodeName() == u"#comment") {
-                m_tree->addTopLevelItem(makeItem(nextKey('c'), node.nodeValue(), "comment"));
+        QList<QTreeWidgetItem*> top;
+        for (int node = m_index.firstTopLevel(); node != XmlIndex::None;
+             node = m_index.nextSibling(node)) {
+            if (m_index.kind(node) == XmlIndex::Kind::Comment) {
+                top.append(makeItem(nextKey('c'), m_index.value(node).toString(), "comment"));
                 continue;
             }
             const QString key = nextKey('n');
             m_nodes.insert(key, node);
-            m_tree->addTopLevelItem(makeItem(
-                key, node.nodeName(), node.isProcessingInstruction() ? "procinstr" : "node"));
+            const bool instruction = m_index.kind(node) == XmlIndex::Kind::ProcessingInstruction;
+            top.append(
+                makeItem(key, m_index.name(node).toString(), instruction ? "procinstr" : "node"));
             AddAttributes(key);
             AddChildren(key);
         }
+        m_tree->addTopLevelItems(top);
         return true;
     });
     if (self)
@@ -188,30 +172,17 @@ bool FrmViewXml::FillXML(const QString& xmlText) {
 
 void FrmViewXml::AddAttributes(const QString& key) {
     Trap(m_ctx.errors, "FrmViewXml -> AddAttributes", [&] {
-        const QDomNode node = m_nodes.value(key);
+        const int node = m_nodes.value(key, XmlIndex::None);
         QTreeWidgetItem* parent = m_items.value(key);
-        if (node.isNull() || !parent)
+        if (node == XmlIndex::None || !parent)
             return;
-        QList<std::pair<QString, QString>> attributes;
-        if (node.isProcessingInstruction()) {
-            // Only the document's own declaration has attributes to show.
-            if (node.nodeName() != u"xml" || !node.parentNode().isDocument())
-                return;
-            attributes = pseudoAttributes(node.nodeValue());
-        } else {
-            const QDomNamedNodeMap map = node.attributes();
-            for (int i = 0; i < map.count(); ++i) {
-                const QDomAttr attr = map.item(i).toAttr();
-                attributes.append({attr.name(), attr.value()});
-            }
-        }
+        // Of the instructions, only the document's own declaration has attributes.
         QList<QTreeWidgetItem*> items;
-        for (const auto& [name, value] : attributes) {
-            const QString attrKey = nextKey('a');
-            if (node.isElement())
-                m_nodes.insert(attrKey, node.toElement().attributeNode(name));
-            QTreeWidgetItem* item = makeItem(attrKey, name, "attribute");
-            item->addChild(makeItem(nextKey('t'), value, "text"));
+        for (int i = 0; i < m_index.attributeCount(node); ++i) {
+            QTreeWidgetItem* item =
+                makeItem(nextKey('a'), m_index.attributeName(node, i).toString(), "attribute");
+            item->addChild(
+                makeItem(nextKey('t'), m_index.attributeValue(node, i).toString(), "text"));
             items.append(item);
         }
         parent->addChildren(items);
@@ -220,21 +191,25 @@ void FrmViewXml::AddAttributes(const QString& key) {
 
 void FrmViewXml::AddChildren(const QString& key) {
     Trap(m_ctx.errors, "FrmViewXml -> AddChildren", [&] {
-        const QDomNode node = m_nodes.value(key);
+        const int node = m_nodes.value(key, XmlIndex::None);
         QTreeWidgetItem* parent = m_items.value(key);
-        if (node.isNull() || !parent)
+        if (node == XmlIndex::None || !parent)
             return;
         QList<QTreeWidgetItem*> items;
-        for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling()) {
-            const QString name = child.nodeName();
-            if (name == u"#text") {
-                items.append(makeItem(nextKey('t'), child.nodeValue(), "text"));
-            } else if (name == u"#comment") {
-                items.append(makeItem(nextKey('c'), child.nodeValue(), "comment"));
-            } else {
+        for (int child = m_index.firstChild(node); child != XmlIndex::None;
+             child = m_index.nextSibling(child)) {
+            switch (m_index.kind(child)) {
+            case XmlIndex::Kind::Text:
+                items.append(makeItem(nextKey('t'), m_index.value(child).toString(), "text"));
+                break;
+            case XmlIndex::Kind::Comment:
+                items.append(makeItem(nextKey('c'), m_index.value(child).toString(), "comment"));
+                break;
+            default: {
                 const QString childKey = nextKey('n');
                 m_nodes.insert(childKey, child);
-                items.append(makeItem(childKey, name, "node"));
+                items.append(makeItem(childKey, m_index.name(child).toString(), "node"));
+            }
             }
         }
         parent->addChildren(items);

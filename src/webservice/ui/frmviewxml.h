@@ -4,7 +4,8 @@
 // top at once.
 #pragma once
 
-#include <QDomDocument>
+#include "webservice/xmlindex.h"
+
 #include <QHash>
 #include <QWidget>
 
@@ -50,8 +51,8 @@ private:
 
     AppContext& m_ctx;
     QTreeWidget* m_tree;
-    QDomDocument m_doc;
-    QHash<QString, QDomNode> m_nodes;
+    XmlIndex m_index;
+    QHash<QString, int> m_nodes; // key -> node of the index
     QHash<QString, QTreeWidgetItem*> m_items;
     int m_nodeCount = 0;
     int m_attrCount = 0;
