@@ -13,6 +13,7 @@ namespace kestrel::cli {
 // Exit statuses of the rr family beyond 0-2.
 inline constexpr int kRRTooLong = 3; // rr import: a description longer than 60 characters
 inline constexpr int kRRLoginRefused = 4;
+inline constexpr int kRRPartial = 5; // rr import: some channels did not fit in the bank
 
 // The family's options, declared once by the family head (cmd_rr.cpp).
 QList<Option> rrFamilyOptions();
