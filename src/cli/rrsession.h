@@ -45,6 +45,11 @@ public:
     // any other failure, 0).
     int finish();
 
+    // False, with the run failed and "the service knows no KIND ID" said, when the query
+    // brought no record or not the one asked for (an id it does not know comes back empty),
+    // unless a failure was reported already. `returned` is read after the query has run.
+    bool known(bool answered, const qint32& returned, const char* kind, qint32 id);
+
     // True when the last reply was the service's fault for a wrong login.
     bool loginRefused() const;
 

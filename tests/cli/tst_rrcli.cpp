@@ -85,6 +85,9 @@ private Q_SLOTS:
             << QStringList{"login", "--url", "http://127.0.0.1:1/soap2/"} << "demo"_ba << 2
             << u"Error Number: 440  Cannot reach the web service at "
                "http://127.0.0.1:1/soap2/?wsdl&v=8: Connection refused"_s;
+        QTest::newRow("unknown county")
+            << QStringList{"county", "9999"} << "demo"_ba << 2
+            << u"kestrelctl rr: the service knows no county 9999; check the id"_s;
         QTest::newRow("two areas")
             << QStringList{"search", "freq", "--state", "101", "--county", "1001", "154.815"}
             << "demo"_ba << 1 << u"give one of"_s;
@@ -101,6 +104,17 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, status);
         const QString got = QString::fromUtf8(status == 0 ? r.out : r.err);
         QVERIFY2(got.contains(expected), qPrintable(got));
+    }
+
+    // The README's order: the family's options before the sub-command.
+    void optionsBeforeTheSubCommand() {
+        QTemporaryDir dir;
+        const ProcessResult r =
+            runKestrelctl({u"--data-dir"_s, dir.path(), u"rr"_s, u"--url"_s, m_url, u"--user"_s,
+                           u"demo"_s, u"--password-stdin"_s, u"countries"_s},
+                          60000, "demo\n");
+        QCOMPARE(r.exitCode, 0);
+        QVERIFY2(r.out.startsWith("1\tDemoland\tDL"), r.out.constData());
     }
 
     void xmlShowsTheLastEnvelope() {
