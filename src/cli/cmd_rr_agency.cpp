@@ -9,7 +9,8 @@ namespace {
 int run(Env& env, const Args& args) {
     const qint32 aid = idArgument(args, 0, "AID");
     RRSession rr(env, args);
-    if (rr.open() && rr.client().getAgencyInfo(aid)) {
+    if (rr.open() &&
+        rr.known(rr.client().getAgencyInfo(aid), rr.client().AgencyInfo.aid, "agency", aid)) {
         const TypAgencyInfo agency = rr.client().AgencyInfo;
         printRecord(agency, {QStringLiteral("agency")});
         printCategories(rr, agency.cats);

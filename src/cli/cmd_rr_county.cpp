@@ -10,7 +10,8 @@ namespace {
 int run(Env& env, const Args& args) {
     const qint32 ctid = idArgument(args, 0, "CTID");
     RRSession rr(env, args);
-    if (rr.open() && rr.client().getCountyInfo(ctid)) {
+    if (rr.open() &&
+        rr.known(rr.client().getCountyInfo(ctid), rr.client().CountyInfo.ctid, "county", ctid)) {
         // Copied: the frequency queries below reuse the client's reply buffers.
         const TypCountyInfo county = rr.client().CountyInfo;
         printRecord(county, {QStringLiteral("county")});

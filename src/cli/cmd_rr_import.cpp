@@ -284,9 +284,7 @@ int run(Env& env, const Args& args) {
     if (handed.isEmpty())
         return rr.finish();
     const int filled = ImportedSlots(bank);
-    for (qsizetype i = filled; i < handed.size(); ++i)
-        err(QStringLiteral("kestrelctl rr import: bank ") + QString::number(bankNo) +
-            QStringLiteral(" is full; not imported: ") + handed[i]);
+    const QStringList dropped = handed.mid(filled);
 
     // The verify window's rule: no description beyond 60 characters is accepted.
     QList<int> tooLong;
@@ -321,13 +319,20 @@ int run(Env& env, const Args& args) {
     QDir().mkpath(ctx.appDir());
     MakeBanksDir(ctx);
     Save_Profiles(ctx);
+    // The bank keeps its file name; the import name is what the bank records as its source.
     err(QStringLiteral("imported ") + QString::number(filled) +
-        QStringLiteral(" channels into bank ") + QString::number(bankNo) + QStringLiteral(" as ") +
+        (filled == 1 ? QStringLiteral(" channel") : QStringLiteral(" channels")) +
+        QStringLiteral(" into bank ") + QString::number(bankNo) + QStringLiteral(" from ") +
         bank.ImportName);
+    if (!dropped.isEmpty())
+        err(QString::number(filled) + QStringLiteral(" imported; ") +
+            QString::number(dropped.size()) + QStringLiteral(" did not fit: ") +
+            dropped.join(QStringLiteral(", ")));
     for (int slot = 1; slot <= filled; ++slot)
         out(QString::number(slot) + u'\t' + FreqToString(bank.Chans[size_t(slot)].Freq) + u'\t' +
             bank.Chans[size_t(slot)].Desc);
-    return rr.finish();
+    const int status = rr.finish();
+    return status == Ok && !dropped.isEmpty() ? kRRPartial : status;
 }
 
 const CommandRegistration
@@ -358,7 +363,9 @@ const CommandRegistration
          {},
          run,
          false,
-         {{kRRTooLong, "a description is longer than 60 characters; nothing was saved"}}});
+         {{kRRTooLong, "a description is longer than 60 characters; nothing was saved"},
+          {kRRPartial, "the bank was full: the channels that fitted were saved, the others are "
+                       "named"}}});
 
 } // namespace
 } // namespace kestrel::cli

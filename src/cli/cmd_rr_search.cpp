@@ -54,7 +54,7 @@ int run(Env& env, const Args& args) {
         if (found.isEmpty() && !rr.failed())
             noResults();
     } else if (kind == u"callsigns") {
-        need(3, "usage: rr search callsigns [--range 1|2|3] [--unit m|n|k] -- LAT LON");
+        need(3, "usage: rr search callsigns [--range 1|2|3] [--unit m|n|k] LAT LON");
         const double lat = coordArgument(pos[1], "LAT", 90);
         const double lon = coordArgument(pos[2], "LON", 180);
         const int range =
@@ -80,7 +80,7 @@ const CommandRegistration
          "search",
          "Search the database: 'freq' for frequencies near FREQ (megahertz) in a state, county "
          "or metro area; 'tag' for a county's or an agency's frequencies of tag TAGID; "
-         "'callsigns' for FCC call signs around LAT LON (put -- before negative degrees). One "
+         "'callsigns' for FCC call signs around LAT LON. One "
          "result a line",
          {{"state", "STID", "freq: search this state"},
           {"county", "CTID", "freq, tag: search this county"},

@@ -9,7 +9,8 @@ namespace {
 int run(Env& env, const Args& args) {
     const qint32 stid = idArgument(args, 0, "STID");
     RRSession rr(env, args);
-    if (rr.open() && rr.client().getStateInfo(stid)) {
+    if (rr.open() &&
+        rr.known(rr.client().getStateInfo(stid), rr.client().StateInfo.stid, "state", stid)) {
         const TypStateInfo& s = rr.client().StateInfo;
         printRecord(s, {QStringLiteral("state")});
         printRecords(s.countyList, {QStringLiteral("county")});

@@ -2,6 +2,7 @@
 #include "dispatch.h"
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -426,7 +427,14 @@ Invocation parseCommand(const Command& c, const QStringList& words, QString data
         parser.addOption(o.valueName ? QCommandLineOption(name, {}, fromLatin(o.valueName))
                                      : QCommandLineOption(name));
     }
-    if (!parser.parse(QStringList{kProgram} + words)) {
+    // A negative number ("-70.11") is an argument, not an option: it stands in the parsed words
+    // as a marker the parser leaves alone, and is put back among the arguments afterwards.
+    static const QRegularExpression negative(u"^-(\\d+\\.?\\d*|\\.\\d+)$"_s);
+    const QString marker = u"\x01"_s;
+    QStringList parsed;
+    for (const QString& w : words)
+        parsed.append(negative.match(w).hasMatch() ? marker + w : w);
+    if (!parser.parse(QStringList{kProgram} + parsed)) {
         QString message = parser.errorText();
         if (!parser.unknownOptionNames().isEmpty()) {
             const QString typed = optionSpelling(parser.unknownOptionNames().first());
@@ -434,7 +442,10 @@ Invocation parseCommand(const Command& c, const QStringList& words, QString data
         }
         return fail(usageFailure(c, message));
     }
-    const QStringList positional = parser.positionalArguments();
+    QStringList positional = parser.positionalArguments();
+    for (QString& p : positional)
+        if (p.startsWith(marker))
+            p.remove(0, marker.size());
     int required = 0;
     for (const Argument& a : c.arguments)
         required += a.name[0] == '[' ? 0 : 1;
@@ -453,7 +464,7 @@ Invocation parseCommand(const Command& c, const QStringList& words, QString data
             continue;
         if (o.valueName)
             for (const QString& v : parser.values(name))
-                values.append({name, v});
+                values.append({name, v.startsWith(marker) ? v.mid(marker.size()) : v});
         else
             flags.append(name);
     }
@@ -506,6 +517,34 @@ QString completionWords(const QStringList& typed) {
                 words.append(u":FILE"_s);
     }
     return words.isEmpty() ? QString() : words.join(u'\n') + u'\n';
+}
+
+// Where the sub-command of `family` stands in `words` when options come first: the first word
+// naming a member such that every word before it is one of that member's options or an
+// option's value; -1 when there is none.
+qsizetype subCommandAt(const QString& family, const QStringList& words) {
+    for (qsizetype at = 0; at < words.size(); ++at) {
+        const Command* c = find(family, words[at]);
+        if (!c)
+            continue;
+        const QList<Option> options = allOptions(*c);
+        bool valueNext = false;
+        bool fits = true;
+        for (qsizetype i = 0; i < at && fits; ++i) {
+            if (valueNext) {
+                valueNext = false;
+                continue;
+            }
+            const QString& w = words[i];
+            fits = w.startsWith(u'-');
+            for (const Option& o : options)
+                if (o.valueName && !w.contains(u'=') && w == optionSpelling(fromLatin(o.name)))
+                    valueNext = true;
+        }
+        if (fits && !valueNext)
+            return at;
+    }
+    return -1;
 }
 
 } // namespace
@@ -579,10 +618,18 @@ Invocation resolve(const QStringList& words) {
         const QString sub = rest.takeFirst();
         if (sub == u"--help"_s || sub == u"-h"_s)
             return print(familyHelp(name));
-        if (sub.startsWith(u'-'))
+        if (sub.startsWith(u'-')) {
+            // Options may stand before the sub-command: take the first word that names one and
+            // that is not the value of an option before it.
+            rest.prepend(sub);
+            if (const qsizetype at = subCommandAt(name, rest); at >= 0) {
+                const QString found = rest.takeAt(at);
+                return parseCommand(*find(name, found), rest, parser.value(dataDir));
+            }
             return fail(kProgram + u' ' + name + u": the sub-command comes before "_s + sub +
                         u": "_s + memberNames(name).join(u", "_s) + u"\nRun 'kestrelctl "_s + name +
                         u" --help' for the list.\n"_s);
+        }
         if (const Command* c = find(name, sub))
             return parseCommand(*c, rest, parser.value(dataDir));
         return unknownCommand(sub, memberNames(name), name);

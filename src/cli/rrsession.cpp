@@ -122,6 +122,15 @@ void RRSession::fail(const QString& message) {
     err(QStringLiteral("kestrelctl rr: ") + message);
 }
 
+bool RRSession::known(bool answered, const qint32& returned, const char* kind, qint32 id) {
+    if (answered && returned == id)
+        return true;
+    if (!failed())
+        fail(QStringLiteral("the service knows no ") + QLatin1StringView(kind) + u' ' +
+             QString::number(id) + QStringLiteral("; check the id"));
+    return false;
+}
+
 bool RRSession::loginRefused() const {
     if (!m_client || m_client->LastEnvelope.isEmpty())
         return false;

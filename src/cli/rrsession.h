@@ -13,6 +13,7 @@ namespace kestrel::cli {
 // Exit statuses of the rr family beyond 0-2.
 inline constexpr int kRRTooLong = 3; // rr import: a description longer than 60 characters
 inline constexpr int kRRLoginRefused = 4;
+inline constexpr int kRRPartial = 5; // rr import: some channels did not fit in the bank
 
 // The family's options, declared once by the family head (cmd_rr.cpp).
 QList<Option> rrFamilyOptions();
@@ -43,6 +44,11 @@ public:
     // --remember unless it was refused, and gives the exit status (4 for a refused login, 2 for
     // any other failure, 0).
     int finish();
+
+    // False, with the run failed and "the service knows no KIND ID" said, when the query
+    // brought no record or not the one asked for (an id it does not know comes back empty),
+    // unless a failure was reported already. `returned` is read after the query has run.
+    bool known(bool answered, const qint32& returned, const char* kind, qint32 id);
 
     // True when the last reply was the service's fault for a wrong login.
     bool loginRefused() const;

@@ -46,6 +46,8 @@ void RR_AddChannel(ErrorReporter& errors, BankRec& bank, const QString& desc, do
                    double outFreq, const QString& modeName, const QString& tone) {
     Q_UNUSED(inFreq)
     Q_UNUSED(tone)
+    if (bank.ImportCount >= ChansPerBank)
+        return; // a full bank: the caller names what did not fit
     Trap(errors, "ModRRSoap -> RR_AddChannel", [&](Stmt& s) {
         s.at(1);
         ChannelRec& ch = nextSlot(bank);
@@ -60,6 +62,8 @@ void RR_AddChannel(ErrorReporter& errors, BankRec& bank, const QString& desc, do
 
 void RR_AddSiteChannel(ErrorReporter& errors, BankRec& bank, qint32 lcn, double freq,
                        const QString& use) {
+    if (bank.ImportCount >= ChansPerBank)
+        return; // a full bank: the caller names what did not fit
     Trap(errors, "ModRRSoap -> RR_AddSiteChannel", [&](Stmt& s) {
         s.at(1);
         ChannelRec& ch = nextSlot(bank);

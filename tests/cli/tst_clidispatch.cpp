@@ -46,8 +46,16 @@ private Q_SLOTS:
         QTest::newRow("no member")
             << QStringList{"zz"} << fail << "zz: give a sub-command: countries, state";
         QTest::newRow("option before member")
-            << QStringList{"zz", "--user", "me", "state", "1"} << fail
+            << QStringList{"zz", "--user", "me", "state", "1"} << run << "state||1|me";
+        QTest::newRow("option value named like a member")
+            << QStringList{"zz", "--user", "state", "countries"} << run << "countries|||state";
+        QTest::newRow("options and no member")
+            << QStringList{"zz", "--user", "me"} << fail
             << "zz: the sub-command comes before --user: countries, state";
+        QTest::newRow("negative number is an argument")
+            << QStringList{"zz", "state", "-70.11"} << run << "state||-70.11|";
+        QTest::newRow("negative number as a value")
+            << QStringList{"zz", "state", "--user", "-5", "-.5"} << run << "state||-.5|-5";
         QTest::newRow("close member") << QStringList{"zz", "stat", "1"} << fail
                                       << "unknown command 'stat' (did you mean 'state'?)";
         QTest::newRow("missing argument") << QStringList{"zz", "state"} << fail << "missing ID";

@@ -85,6 +85,9 @@ private Q_SLOTS:
             << QStringList{"login", "--url", "http://127.0.0.1:1/soap2/"} << "demo"_ba << 2
             << u"Error Number: 440  Cannot reach the web service at "
                "http://127.0.0.1:1/soap2/?wsdl&v=8: Connection refused"_s;
+        QTest::newRow("unknown county")
+            << QStringList{"county", "9999"} << "demo"_ba << 2
+            << u"kestrelctl rr: the service knows no county 9999; check the id"_s;
         QTest::newRow("two areas")
             << QStringList{"search", "freq", "--state", "101", "--county", "1001", "154.815"}
             << "demo"_ba << 1 << u"give one of"_s;
@@ -101,6 +104,17 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, status);
         const QString got = QString::fromUtf8(status == 0 ? r.out : r.err);
         QVERIFY2(got.contains(expected), qPrintable(got));
+    }
+
+    // The README's order: the family's options before the sub-command.
+    void optionsBeforeTheSubCommand() {
+        QTemporaryDir dir;
+        const ProcessResult r =
+            runKestrelctl({u"--data-dir"_s, dir.path(), u"rr"_s, u"--url"_s, m_url, u"--user"_s,
+                           u"demo"_s, u"--password-stdin"_s, u"countries"_s},
+                          60000, "demo\n");
+        QCOMPARE(r.exitCode, 0);
+        QVERIFY2(r.out.startsWith("1\tDemoland\tDL"), r.out.constData());
     }
 
     void xmlShowsTheLastEnvelope() {
@@ -134,12 +148,15 @@ private Q_SLOTS:
             << QStringList{"1\t154.815000\tAshford County Services-Sheriff-Sheriff Dispatch",
                            "9\t155.160000\tAshford County Services-Fire / EMS-EMS Mutual Aid"}
             << 0;
+        QTest::newRow("one frequency")
+            << QStringList{"--county", "1001", "--fid", "40001"} << 0
+            << QStringList{"1\t154.815000\tAshford County Services-Sheriff-Sheriff Dispatch"} << 0;
         QTest::newRow("one site") << QStringList{"--system", "7001", "--site", "2"} << 0
                                   << QStringList{"1\t852.137500\tLCN-1", "2\t852.387500\tLCN-2",
                                                  "3\t852.637500\tLCN-3 Alternate"}
                                   << 0;
         QTest::newRow("full bank: 23 for 20 slots")
-            << QStringList{"--county", "1001"} << 2
+            << QStringList{"--county", "1001"} << 5
             << QStringList{"1\t154.815000\tAshford County Services-Sheriff-Sheriff Dispatch",
                            "20\t154.040000\tAshford County Services-Public Works-Water Department"}
             << 3;
@@ -155,7 +172,16 @@ private Q_SLOTS:
         const QStringList got = outputLines(r.out);
         QCOMPARE(got.last(), printed.last());
         QCOMPARE(got.first(), printed.first());
-        QCOMPARE(outputLines(r.err).filter(u"bank 2 is full; not imported"_s).size(), errors);
+        // One sentence names what did not fit; the count is worded in the singular for one.
+        const QStringList partial = outputLines(r.err).filter(u" did not fit: "_s);
+        QCOMPARE(partial.size(), errors ? 1 : 0);
+        if (errors)
+            QVERIFY2(partial.first().startsWith(u"20 imported; %1 did not fit: "_s.arg(errors)),
+                     qPrintable(partial.first()));
+        QVERIFY(!r.err.contains("Subscript"));
+        const QString count =
+            got.size() == 1 ? u"imported 1 channel "_s : u"imported %1 channels "_s.arg(got.size());
+        QVERIFY2(r.err.contains(count.toUtf8()), r.err.constData());
 
         // The filled slots as the saved profile shows them; the slots after them keep their lines.
         const QStringList shown =
