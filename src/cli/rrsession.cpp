@@ -123,13 +123,10 @@ void RRSession::fail(const QString& message) {
 }
 
 bool RRSession::loginRefused() const {
-    if (!m_client || m_client->LastEnvelope.isEmpty())
-        return false;
-    soap::SoapMessage reply;
-    if (!soap::ReadEnvelope(m_client->LastEnvelope.toUtf8(), reply) || !reply.isFault)
+    if (!m_client || !m_client->lastFault())
         return false;
     // The code may carry a namespace prefix ("SOAP-ENV:AUTH").
-    return reply.fault.faultcode.section(u':', -1).trimmed() == u"AUTH";
+    return m_client->lastFault()->faultcode.section(u':', -1).trimmed() == u"AUTH";
 }
 
 int RRSession::finish() {

@@ -353,6 +353,24 @@ private Q_SLOTS:
         QCOMPARE(got, states);
     }
 
+    // The live AUTH fault (HTTP 500) is kept as the client's last fault until the next reply.
+    void lastFaultKeptUntilTheNextReply() {
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        QVERIFY(!f.rr.lastFault());
+        int status = 500;
+        QByteArray body = data(QStringLiteral("live/fault_auth.xml"));
+        f.stub.setHandler([&](const HttpRequest&) { return HttpAnswer{status, body}; });
+        QVERIFY(!f.rr.getUserData());
+        QVERIFY(f.rr.lastFault());
+        QCOMPARE(f.rr.lastFault()->faultcode, QStringLiteral("AUTH"));
+        QVERIFY(f.rr.lastFault()->faultstring.startsWith(u"Invalid Username or Password.  Make"));
+        status = 200;
+        body = data(QStringLiteral("live/user_data.xml"));
+        QVERIFY(f.rr.getUserData());
+        QVERIFY(!f.rr.lastFault());
+    }
+
     void failedQueriesEmptyTheirStore_data() {
         QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("body");
