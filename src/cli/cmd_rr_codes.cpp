@@ -18,13 +18,14 @@ int run(Env& env, const Args& args) {
             printRecords(records, {kind});
         return !rr.failed();
     };
-    // Id 0 (an empty code) asks for the whole table.
+    // Id 0 (code "0", as the window's login sends it) asks for the whole table.
     table(c.getMode(0), c.Modes, QStringLiteral("mode")) &&
         table(c.getTag(0), c.Tags, QStringLiteral("tag")) &&
         table(c.getTrsType(0), c.TrsTypes, QStringLiteral("type")) &&
         table(c.getTrsFlavor(0), c.TrsFlavors, QStringLiteral("flavor")) &&
         table(c.getTrsVoice(0), c.TrsVoices, QStringLiteral("voice")) &&
-        table(c.fccGetRadioServiceCode({}), c.RadioServiceCodes, QStringLiteral("service"));
+        table(c.fccGetRadioServiceCode(QStringLiteral("0")), c.RadioServiceCodes,
+              QStringLiteral("service"));
     return rr.finish();
 }
 

@@ -132,13 +132,10 @@ bool RRSession::known(bool answered, const qint32& returned, const char* kind, q
 }
 
 bool RRSession::loginRefused() const {
-    if (!m_client || m_client->LastEnvelope.isEmpty())
-        return false;
-    soap::SoapMessage reply;
-    if (!soap::ReadEnvelope(m_client->LastEnvelope.toUtf8(), reply) || !reply.isFault)
+    if (!m_client || !m_client->lastFault())
         return false;
     // The code may carry a namespace prefix ("SOAP-ENV:AUTH").
-    return reply.fault.faultcode.section(u':', -1).trimmed() == u"AUTH";
+    return m_client->lastFault()->faultcode.section(u':', -1).trimmed() == u"AUTH";
 }
 
 int RRSession::finish() {

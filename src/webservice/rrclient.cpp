@@ -179,6 +179,7 @@ bool RRClient::SetHTTP() {
     t.soapAction = CurrCmnd.BindingOp.soapAction.toUtf8();
     t.body = soap::WriteEnvelope(Env);
     LastEnvelope = QString::fromUtf8(t.body);
+    m_lastFault.reset();
     if (!transfer(t)) {
         m_ctx.errors.ReportError(QStringLiteral("RRSoap - ") + op, 5, kServiceError, t.error);
         return false;
@@ -187,6 +188,7 @@ bool RRClient::SetHTTP() {
     QString error;
     const bool parsed = soap::ReadEnvelope(t.reply, reply, &error);
     if (parsed && reply.isFault) {
+        m_lastFault = reply.fault;
         Env = reply;
         LastEnvelope = QString::fromUtf8(soap::WriteEnvelope(Env));
         QString soapText = LastEnvelope;

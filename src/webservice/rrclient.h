@@ -13,6 +13,7 @@
 #include <QNetworkAccessManager>
 #include <QObject>
 #include <functional>
+#include <optional>
 
 namespace kestrel {
 
@@ -84,6 +85,8 @@ public:
     // The last envelope: the request while it is sent, the reply once read, or the request after
     // a failed send.
     QString LastEnvelope;
+    // The fault the last reply carried; empty when it carried none (or nothing was answered).
+    const std::optional<soap::SoapFault>& lastFault() const { return m_lastFault; }
 
     // ---- queries (true when the reply gave records; stores emptied before sending) ---------
     bool getTrsTalkgroupCats(qint32 sid);
@@ -172,6 +175,7 @@ private:
     QString m_password;
     double m_timeScale = 1.0;
     bool m_busy = false;
+    std::optional<soap::SoapFault> m_lastFault;
 };
 
 } // namespace kestrel

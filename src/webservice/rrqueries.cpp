@@ -120,8 +120,20 @@ bool RRClient::getCountryList() {
     return listQuery(RRCommands::getCountryList, {}, Countries);
 }
 
+// From version 9 on the service answers a CountryInfo record whose stateList holds the states;
+// a client that names no version gets the bare list.
 bool RRClient::getCountryInfo(qint32 coid) {
-    return listQuery(RRCommands::getCountryInfo, {Int("coid", coid)}, States);
+    SoapValue* result =
+        request(RRCommands::getCountryInfo, {Int("coid", coid)}, [&] { States.clear(); });
+    if (!result)
+        return false;
+    const SoapValue* list = result->isStruct() ? result->child(u"stateList") : result;
+    if (list)
+        ReadRecordList(*list, States);
+    else
+        States.clear();
+    Clear_Objects();
+    return !States.isEmpty();
 }
 
 bool RRClient::getStateInfo(qint32 stid) {

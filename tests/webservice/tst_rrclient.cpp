@@ -191,6 +191,186 @@ private Q_SLOTS:
         QCOMPARE(f.ctx.errors.reportCount(), 0);
     }
 
+    // Replies recorded from the live service (tests/data/webservice/live): each read into its
+    // store, with the count of its main list and two values the recording holds.
+    void liveRepliesRead_data() {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("detail");
+        auto row = [](const char* file, int count, const char* first, const char* detail) {
+            QTest::newRow(file) << QString::fromLatin1(file) << count << QString::fromUtf8(first)
+                                << QString::fromUtf8(detail);
+        };
+        row("country_list", 236, "Afghanistan", "AF");
+        row("country_info", 54, "Alabama", "AL");
+        row("state_info", 102, "Iowa", "Adair");
+        row("county_info", 24, "Linn", "Graybill Electronics (LTR)");
+        row("zipcode_info", 1, "Cedar Rapids", "841");
+        row("user_data", 1, "user", "11-24-2026");
+        row("trs_types", 13, "Motorola", "1");
+        row("trs_flavors", 49, "Type I", "1");
+        row("trs_voices", 28, "Analog", "1");
+        row("trs_details_p25", 9, "SARA Network", "836");
+        row("trs_details_capplus", 0, "General Mills", "841");
+        row("trs_details_dmr_tier3", 1, "Alliant Energy", "803");
+        row("trs_details_dmr_conv", 0, "Iowa DMR Users Group", "832");
+        row("trs_details_nxdn", 1, "Duane Arnold Energy Center", "841");
+        row("trs_details_edacs", 0, "Hillsborough County (EDACS)", "344");
+        row("trs_sites_p25", 35, "Johnson Co Simulcast", "");
+        row("trs_sites_capplus", 1, "Cedar Rapids", "");
+        row("trs_sites_dmr_tier3", 129, "Adams", "");
+        row("trs_sites_dmr_conv", 36, "Waukee", "");
+        row("trs_sites_dmr_conv_small", 2, "Marion", "");
+        row("trs_sites_nxdn", 1, "Palo", "");
+        row("trs_sites_edacs", 2, "East System", "");
+        row("trs_talkgroup_cats_p25", 64, "University of Iowa", "14581");
+        row("trs_talkgroups_p25", 1793, "County Fire Mutual Aid Patch - 154.340", "52031");
+        row("trs_talkgroups_capplus", 13, "Ops 109", "109");
+        row("trs_talkgroups_dmr_tier3", 66, "Mason City Operations", "6001");
+        row("trs_talkgroups_dmr_conv", 14, "Statewide Calling Talkgroup", "3119");
+        row("trs_talkgroups_nxdn", 6, "Ops 10", "10");
+        row("trs_talkgroups_edacs", 242, "Courthouse Transportation", "341");
+    }
+    void liveRepliesRead() {
+        QFETCH(QString, file);
+        QFETCH(int, count);
+        QFETCH(QString, first);
+        QFETCH(QString, detail);
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        const QByteArray body = data(QStringLiteral("live/%1.xml").arg(file));
+        f.stub.setHandler([&](const HttpRequest&) { return HttpAnswer{200, body}; });
+        RRClient& rr = f.rr;
+        qsizetype n = -1;
+        QString got, more;
+        if (file == u"country_list") {
+            QVERIFY(rr.getCountryList());
+            n = rr.Countries.size();
+            got = rr.Countries[0].countryName;
+            more = rr.Countries[0].countryCode;
+        } else if (file == u"country_info") {
+            QVERIFY(rr.getCountryInfo(1));
+            n = rr.States.size();
+            got = rr.States[0].stateName;
+            more = rr.States[0].stateCode;
+        } else if (file == u"state_info") {
+            QVERIFY(rr.getStateInfo(19));
+            n = rr.StateInfo.countyList.size();
+            got = rr.StateInfo.stateName;
+            more = rr.StateInfo.countyList[0].countyName;
+        } else if (file == u"county_info") {
+            QVERIFY(rr.getCountyInfo(841));
+            n = rr.CountyInfo.trsList.size();
+            got = rr.CountyInfo.countyName;
+            more = rr.CountyInfo.trsList[0].sName;
+        } else if (file == u"zipcode_info") {
+            QVERIFY(rr.getZipcodeInfo(52401));
+            n = 1;
+            got = rr.ZipcodeInfo.city;
+            more = QString::number(rr.ZipcodeInfo.ctid);
+        } else if (file == u"user_data") {
+            QVERIFY(rr.getUserData());
+            n = 1;
+            got = rr.UserData.username;
+            more = rr.UserData.subExpireDate;
+        } else if (file == u"trs_types") {
+            QVERIFY(rr.getTrsType(0));
+            n = rr.TrsTypes.size();
+            got = rr.TrsTypes[0].sTypeDescr;
+            more = QString::number(rr.TrsTypes[0].sType);
+        } else if (file == u"trs_flavors") {
+            QVERIFY(rr.getTrsFlavor(0));
+            n = rr.TrsFlavors.size();
+            got = rr.TrsFlavors[0].sFlavorDescr;
+            more = QString::number(rr.TrsFlavors[0].sFlavor);
+        } else if (file == u"trs_voices") {
+            QVERIFY(rr.getTrsVoice(0));
+            n = rr.TrsVoices.size();
+            got = rr.TrsVoices[0].sVoiceDescr;
+            more = QString::number(rr.TrsVoices[0].sVoice);
+        } else if (file.startsWith(u"trs_details")) {
+            QVERIFY(rr.getTrsDetails(1));
+            n = rr.TrsDetails.sysid.size();
+            got = rr.TrsDetails.sName;
+            more = QString::number(rr.TrsDetails.sCounty.value(0));
+        } else if (file.startsWith(u"trs_sites")) {
+            QVERIFY(rr.getTrsSites(1));
+            n = rr.TrsSites.size();
+            got = rr.TrsSites[0].siteDescr;
+            for (const TypSite& site : rr.TrsSites) // every site carries its frequencies
+                QVERIFY2(!site.siteFreqs.isEmpty() && FreqToHertz(site.siteFreqs[0].freq) > 1e7,
+                         qPrintable(site.siteDescr));
+        } else if (file.startsWith(u"trs_talkgroup_cats")) {
+            QVERIFY(rr.getTrsTalkgroupCats(6673));
+            n = rr.TgCats.size();
+            got = rr.TgCats[0].tgCname;
+            more = QString::number(rr.TgCats[0].tgCid);
+        } else {
+            rr.TgCats.resize(1);
+            QVERIFY(rr.getTrsTalkgroups(0, 1, 0, 0, 0));
+            const QList<TypTalkgroup>& tgs = rr.TgCats[0].Talkgroups;
+            n = tgs.size();
+            got = tgs[0].tgDescr;
+            more = QString::number(tgs[0].tgDec);
+        }
+        QCOMPARE(n, qsizetype(count));
+        QCOMPARE(got, first);
+        QCOMPARE(more, detail);
+        QCOMPARE(f.ctx.errors.reportCount(), 0);
+    }
+
+    // getCountryInfo answers a CountryInfo record from version 9 on (the live row above) and a
+    // bare list of states to a client naming no version; a record without states empties them.
+    void countryInfoShapes_data() {
+        QTest::addColumn<QByteArray>("result");
+        QTest::addColumn<QStringList>("states");
+        const QByteArray state = "<item><stid>4</stid><stateName>Arizona</stateName></item>"
+                                 "<item><stid>6</stid><stateName>California</stateName></item>";
+        QTest::newRow("bare list")
+            << "<return SOAP-ENC:arrayType=\"tns:State[2]\">" + state + "</return>"
+            << QStringList{"Arizona", "California"};
+        QTest::newRow("record") << "<return><coid>1</coid><agencyList/><stateList>" + state +
+                                       "</stateList></return>"
+                                << QStringList{"Arizona", "California"};
+        QTest::newRow("record, nil states")
+            << QByteArray("<return><coid>1</coid><stateList xsi:nil=\"true\"/></return>")
+            << QStringList{};
+    }
+    void countryInfoShapes() {
+        QFETCH(QByteArray, result);
+        QFETCH(QStringList, states);
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        f.rr.States = {TypState{9, QStringLiteral("stale"), {}}};
+        f.stub.setHandler([&](const HttpRequest&) {
+            return HttpAnswer{200, reply("getCountryInfoResponse", result)};
+        });
+        QCOMPARE(f.rr.getCountryInfo(1), !states.isEmpty());
+        QStringList got;
+        for (const TypState& s : f.rr.States)
+            got << s.stateName;
+        QCOMPARE(got, states);
+    }
+
+    // The live AUTH fault (HTTP 500) is kept as the client's last fault until the next reply.
+    void lastFaultKeptUntilTheNextReply() {
+        Fixture f;
+        QVERIFY(f.rr.InitSoap());
+        QVERIFY(!f.rr.lastFault());
+        int status = 500;
+        QByteArray body = data(QStringLiteral("live/fault_auth.xml"));
+        f.stub.setHandler([&](const HttpRequest&) { return HttpAnswer{status, body}; });
+        QVERIFY(!f.rr.getUserData());
+        QVERIFY(f.rr.lastFault());
+        QCOMPARE(f.rr.lastFault()->faultcode, QStringLiteral("AUTH"));
+        QVERIFY(f.rr.lastFault()->faultstring.startsWith(u"Invalid Username or Password.  Make"));
+        status = 200;
+        body = data(QStringLiteral("live/user_data.xml"));
+        QVERIFY(f.rr.getUserData());
+        QVERIFY(!f.rr.lastFault());
+    }
+
     void failedQueriesEmptyTheirStore_data() {
         QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("body");
