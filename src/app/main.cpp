@@ -5,6 +5,7 @@
 #include "core/filereport.h"
 #include "core/files.h"
 #include "core/profiles.h"
+#include "i18n/language.h"
 #include "mainwin/mainform.h"
 #include "ui/guiprompts.h"
 #include "ui/windowplace.h"
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
     QApplication::setApplicationVersion(QStringLiteral(KESTREL_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/kestrel-manager.svg")));
+    kestrel::InstallTranslations(kestrel::LanguageChoice());
 
     QStringList args = app.arguments().mid(1);
     QString dataDir;

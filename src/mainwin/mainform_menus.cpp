@@ -165,6 +165,7 @@ void MainForm::buildMenus() {
     debug->setCheckable(true);
     debug->setVisible(false);
     addItem(options, QStringLiteral("&Database Address"), MenuId::DatabaseAddress);
+    addLanguageMenu(options);
     options->addSeparator();
     addItem(options, QStringLiteral("&Print Current Bank"), MenuId::PrintBank, QKeySequence::Print);
 
