@@ -237,5 +237,61 @@ Bereitet den Speicher eines programmierbaren Handscanners vor und überträgt ih
         <source>&amp;Redo</source>
         <translation>&amp;Wiederholen</translation>
     </message>
+    <message>
+        <source>Profile Name:</source>
+        <translation>Profilname:</translation>
+    </message>
+    <message>
+        <source>Scan Banks</source>
+        <translation>Scan-Bänke</translation>
+    </message>
+    <message>
+        <source>Bank Name:</source>
+        <translation>Bankname:</translation>
+    </message>
+    <message>
+        <source>Sending Bank:</source>
+        <translation>Sende Bank:</translation>
+    </message>
+    <message>
+        <source>Channel List</source>
+        <translation>Kanalliste</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Drucken</translation>
+    </message>
+    <message>
+        <source>Stored Service Frequencies</source>
+        <translation>Gespeicherte Dienstfrequenzen</translation>
+    </message>
+    <message>
+        <source>Close anyway? What could not be saved will be lost.</source>
+        <translation>Trotzdem schließen? Was nicht gespeichert werden konnte, geht verloren.</translation>
+    </message>
+    <message>
+        <source>Nothing was pasted.
+</source>
+        <translation>Es wurde nichts eingefügt.
+</translation>
+    </message>
+    <message>
+        <source>The clipboard holds %1 rows; there is room for %2 here.</source>
+        <translation>Die Zwischenablage enthält %1 Zeilen; hier ist Platz für %2.</translation>
+    </message>
+    <message>
+        <source>Scanner Timed Out while Receiving!
+Please Check Connections to Scanner and Try Again</source>
+        <translation>Zeitüberschreitung beim Empfang durch den Scanner!
+Bitte prüfen Sie die Verbindungen zum Scanner und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Stop after the frame on its way</source>
+        <translation>Nach dem gerade gesendeten Rahmen anhalten</translation>
+    </message>
 </context>
 </TS>

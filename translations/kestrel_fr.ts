@@ -237,5 +237,61 @@ Prépare la mémoire d’un scanner portable programmable et la transfère par u
         <source>&amp;Redo</source>
         <translation>&amp;Rétablir</translation>
     </message>
+    <message>
+        <source>Profile Name:</source>
+        <translation>Nom du profil :</translation>
+    </message>
+    <message>
+        <source>Scan Banks</source>
+        <translation>Banques de balayage</translation>
+    </message>
+    <message>
+        <source>Bank Name:</source>
+        <translation>Nom de la banque :</translation>
+    </message>
+    <message>
+        <source>Sending Bank:</source>
+        <translation>Banque en envoi :</translation>
+    </message>
+    <message>
+        <source>Channel List</source>
+        <translation>Liste des canaux</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Imprimer</translation>
+    </message>
+    <message>
+        <source>Stored Service Frequencies</source>
+        <translation>Fréquences de service enregistrées</translation>
+    </message>
+    <message>
+        <source>Close anyway? What could not be saved will be lost.</source>
+        <translation>Fermer quand même ? Ce qui n’a pas pu être enregistré sera perdu.</translation>
+    </message>
+    <message>
+        <source>Nothing was pasted.
+</source>
+        <translation>Rien n’a été collé.
+</translation>
+    </message>
+    <message>
+        <source>The clipboard holds %1 rows; there is room for %2 here.</source>
+        <translation>Le presse-papiers contient %1 lignes ; il y a de la place pour %2 ici.</translation>
+    </message>
+    <message>
+        <source>Scanner Timed Out while Receiving!
+Please Check Connections to Scanner and Try Again</source>
+        <translation>Le scanner n’a pas répondu à temps pendant la réception !
+Veuillez vérifier les connexions au scanner et réessayer.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Stop after the frame on its way</source>
+        <translation>Arrêter après la trame en cours d’envoi</translation>
+    </message>
 </context>
 </TS>
