@@ -294,4 +294,11 @@ Bitte prüfen Sie die Verbindungen zum Scanner und versuchen Sie es erneut.</tra
         <translation>Nach dem gerade gesendeten Rahmen anhalten</translation>
     </message>
 </context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Kestrel Manager cannot start: %1.</source>
+        <translation>Kestrel Manager kann nicht starten: %1.</translation>
+    </message>
+</context>
 </TS>

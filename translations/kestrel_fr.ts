@@ -294,4 +294,11 @@ Veuillez vérifier les connexions au scanner et réessayer.</translation>
         <translation>Arrêter après la trame en cours d’envoi</translation>
     </message>
 </context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Kestrel Manager cannot start: %1.</source>
+        <translation>Kestrel Manager ne peut pas démarrer : %1.</translation>
+    </message>
+</context>
 </TS>

@@ -54,8 +54,8 @@ int main(int argc, char** argv) {
     QDir().mkpath(ctx.appDir());
     kestrel::DataLock lock(ctx.appDir());
     if (!lock.acquire(kLockWaitMs)) {
-        prompts.message(QStringLiteral("Kestrel Manager cannot start: ") +
-                            kestrel::InUseText(ctx.appDir(), lock.holder()) + QStringLiteral("."),
+        prompts.message(QCoreApplication::translate("main", "Kestrel Manager cannot start: %1.")
+                            .arg(kestrel::InUseText(ctx.appDir(), lock.holder())),
                         QStringLiteral("Kestrel Manager"), kestrel::Icon::Critical,
                         kestrel::Buttons::Ok);
         return 2;
