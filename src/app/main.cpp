@@ -5,6 +5,7 @@
 #include "core/filereport.h"
 #include "core/files.h"
 #include "core/profiles.h"
+#include "i18n/language.h"
 #include "mainwin/mainform.h"
 #include "ui/guiprompts.h"
 #include "ui/windowplace.h"
@@ -80,6 +81,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
     QApplication::setApplicationVersion(QStringLiteral(KESTREL_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/kestrel-manager.svg")));
+    kestrel::InstallTranslations(kestrel::LanguageChoice());
 
     kestrel::GuiPrompts prompts;
     kestrel::AppContext ctx(kestrel::ResolveAppDir(dataDir), &prompts);
@@ -89,8 +91,8 @@ int main(int argc, char** argv) {
     QDir().mkpath(ctx.appDir());
     kestrel::DataLock lock(ctx.appDir());
     if (!lock.acquire(kLockWaitMs)) {
-        prompts.message(QStringLiteral("Kestrel Manager cannot start: ") +
-                            kestrel::InUseText(ctx.appDir(), lock.holder()) + QStringLiteral("."),
+        prompts.message(QCoreApplication::translate("main", "Kestrel Manager cannot start: %1.")
+                            .arg(kestrel::InUseText(ctx.appDir(), lock.holder())),
                         QStringLiteral("Kestrel Manager"), kestrel::Icon::Critical,
                         kestrel::Buttons::Ok);
         return 2;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kestrelctl: the command line over the same libraries as the window.
 #include "dispatch.h"
+#include "i18n/language.h"
 
 #include <QGuiApplication>
 
@@ -32,6 +33,7 @@ int main(int argc, char** argv) {
     }
     QCoreApplication::setOrganizationName(QString::fromLatin1(kestrel::kPublisher));
     QCoreApplication::setApplicationName(QString::fromLatin1(kestrel::kProgramKey));
+    kestrel::InstallTranslations(kestrel::LanguageChoice());
 
     const Command& c = *inv.command;
     const QString label = QStringLiteral("kestrelctl ") + QString::fromLatin1(c.name) +

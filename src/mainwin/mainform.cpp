@@ -120,7 +120,7 @@ void MainForm::buildWidgets() {
     layout->addWidget(m_profileTab);
 
     auto* profRow = new QHBoxLayout;
-    m_labels[2] = new QLabel(QStringLiteral("Profile Name:"));
+    m_labels[2] = new QLabel(tr("Profile Name:"));
     m_profTxt = new InplaceEdit;
     m_profTxt->setObjectName(QStringLiteral("ProfTxt"));
     m_profTxt->setMaxLength(64);
@@ -158,7 +158,7 @@ void MainForm::buildWidgets() {
 }
 
 QGroupBox* MainForm::buildScanBanksPanel() {
-    auto* box = new QGroupBox(QStringLiteral("Scan Banks"));
+    auto* box = new QGroupBox(tr("Scan Banks"));
     auto* layout = new QVBoxLayout(box);
     m_bankTab = new QTabBar;
     m_bankTab->setObjectName(QStringLiteral("BankTab"));
@@ -179,13 +179,13 @@ QGroupBox* MainForm::buildScanBanksPanel() {
     layout->addWidget(m_listStack, 1);
 
     auto* row = new QHBoxLayout;
-    m_labels[0] = new QLabel(QStringLiteral("Bank Name:"));
+    m_labels[0] = new QLabel(tr("Bank Name:"));
     m_bankTxt = new InplaceEdit;
     m_bankTxt->setObjectName(QStringLiteral("BankTxt"));
     m_bankTxt->setMaxLength(64);
     m_bankTxt->refuseCharacters(QString::fromLatin1(kNameRefused));
     m_labels[0]->setBuddy(m_bankTxt);
-    m_labels[1] = new QLabel(QStringLiteral("Sending Bank:"));
+    m_labels[1] = new QLabel(tr("Sending Bank:"));
     m_sndBankTxt = new QLineEdit;
     m_sndBankTxt->setObjectName(QStringLiteral("SndBankTxt"));
     m_sndBankTxt->setReadOnly(true);
@@ -203,13 +203,13 @@ QGroupBox* MainForm::buildScanBanksPanel() {
 }
 
 QGroupBox* MainForm::buildChannelListPanel() {
-    auto* box = new QGroupBox(QStringLiteral("Channel List"));
+    auto* box = new QGroupBox(tr("Channel List"));
     auto* layout = new QVBoxLayout(box);
     m_chanLv = makeList(ChannelHeaders(), ChannelCount, false);
     m_chanLv->setObjectName(QStringLiteral("ChanLV"));
     layout->addWidget(m_chanLv, 1);
     auto* row = new QHBoxLayout;
-    m_printChansBtn = new QPushButton(QStringLiteral("Print"));
+    m_printChansBtn = new QPushButton(tr("Print"));
     m_printChansBtn->setObjectName(QStringLiteral("PtintChansBtn"));
     m_printChansBtn->setEnabled(false); // until printing is wired in
     row->addStretch(1);
@@ -219,7 +219,7 @@ QGroupBox* MainForm::buildChannelListPanel() {
 }
 
 QGroupBox* MainForm::buildServicePanel() {
-    auto* box = new QGroupBox(QStringLiteral("Stored Service Frequencies"));
+    auto* box = new QGroupBox(tr("Stored Service Frequencies"));
     // The lists are taller than a small screen leaves at a large scale: they scroll there
     // instead of making the whole window taller than the screen.
     auto* scroll = new QScrollArea;
@@ -600,9 +600,9 @@ void MainForm::closeEvent(QCloseEvent* event) {
     });
     // What could not be saved is still in memory: the user may stay and try again.
     if (!ReportWriteFailures(m_ctx) &&
-        m_ctx.prompts().message(
-            QStringLiteral("Close anyway? What could not be saved will be lost."),
-            QStringLiteral("Kestrel Manager"), Icon::Question, Buttons::YesNo) == Answer::No) {
+        m_ctx.prompts().message(tr("Close anyway? What could not be saved will be lost."),
+                                QStringLiteral("Kestrel Manager"), Icon::Question,
+                                Buttons::YesNo) == Answer::No) {
         event->ignore();
         return;
     }

@@ -157,6 +157,7 @@ private:
     void runEditCommand(EditCommand command, const char* label);
     void showPanel(Panel panel);
     void showAbout();
+    void addLanguageMenu(QMenu* options);
     void afterProfileLoaded();
 
     // mainform_history.cpp: Undo, Redo and Edit History

@@ -107,7 +107,7 @@ void MainForm::pasteRows(QTableWidget* list) {
     if (targets.isEmpty())
         return;
     const auto refuse = [this](const QString& why) {
-        m_ctx.prompts().message(QStringLiteral("Nothing was pasted.\n") + why,
+        m_ctx.prompts().message(tr("Nothing was pasted.\n") + why,
                                 QStringLiteral("Kestrel Manager"), Icon::Exclamation, Buttons::Ok);
     };
     const QString text = QGuiApplication::clipboard()->text();
@@ -129,7 +129,7 @@ void MainForm::pasteRows(QTableWidget* list) {
             targets << n;
     }
     if (targets.size() < count)
-        return refuse(QStringLiteral("The clipboard holds %1 rows; there is room for %2 here.")
+        return refuse(tr("The clipboard holds %1 rows; there is room for %2 here.")
                           .arg(count)
                           .arg(targets.size()));
     targets.resize(count);

@@ -20,8 +20,8 @@ void MainForm::installHistory(QMenu* edit, QMenu* view) {
 
     // createUndoAction keeps the caption ("&Undo Edit Frequency of Channel 5") and the enabled
     // state in step with the stack.
-    QAction* undo = stack.createUndoAction(this, QStringLiteral("&Undo"));
-    QAction* redo = stack.createRedoAction(this, QStringLiteral("&Redo"));
+    QAction* undo = stack.createUndoAction(this, tr("&Undo"));
+    QAction* redo = stack.createRedoAction(this, tr("&Redo"));
     undo->setObjectName(QStringLiteral("UndoMenuItem"));
     redo->setObjectName(QStringLiteral("RedoMenuItem"));
     undo->setShortcuts(QKeySequence::Undo);

@@ -35,9 +35,9 @@ public:
         m_bar->setTextVisible(true);
         m_bar->setMaximumWidth(
             m_bar->fontMetrics().horizontalAdvance(QStringLiteral("000 of 000")) * 3);
-        m_cancelBtn = new QPushButton(QStringLiteral("Cancel"));
+        m_cancelBtn = new QPushButton(MainForm::tr("Cancel"));
         m_cancelBtn->setObjectName(QStringLiteral("UploadCancelBtn"));
-        m_cancelBtn->setToolTip(QStringLiteral("Stop after the frame on its way"));
+        m_cancelBtn->setToolTip(MainForm::tr("Stop after the frame on its way"));
         form.statusBar()->addPermanentWidget(m_bar);
         form.statusBar()->addPermanentWidget(m_cancelBtn);
         m_bar->hide();
@@ -128,8 +128,8 @@ void installLink(MainForm& form) {
         Trap(ctx.errors, "MainForm -> KestrelComm_RxTimeOut", [&] {
             link->setComPortOpen(false);
             hooks->hideProgress();
-            ctx.prompts().message(QStringLiteral("Scanner Timed Out while Receiving!\nPlease "
-                                                 "Check Connections to Scanner and Try Again"),
+            ctx.prompts().message(MainForm::tr("Scanner Timed Out while Receiving!\nPlease "
+                                               "Check Connections to Scanner and Try Again"),
                                   QStringLiteral("Kestrel Manager"), Icon::Information,
                                   Buttons::Ok);
         });

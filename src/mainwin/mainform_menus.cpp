@@ -44,71 +44,66 @@ QAction* MainForm::addItem(QMenu* menu, const QString& caption, MenuId id,
 void MainForm::buildMenus() {
     QMenuBar* bar = menuBar();
 
-    QMenu* file = bar->addMenu(QStringLiteral("&File"));
+    QMenu* file = bar->addMenu(tr("&File"));
     const auto fileCommand = [this](QMenu* menu, const QString& caption, MenuId id,
                                     FileCommand command, const QKeySequence& keys = {}) {
         connect(addItem(menu, caption, id, keys), &QAction::triggered, this,
                 [this, command] { runFileCommand(command); });
     };
-    fileCommand(file, QStringLiteral("Load Profile"), MenuId::LoadProfile,
-                FileCommand::LoadProfile);
-    connect(addItem(file, QStringLiteral("Save Profile"), MenuId::SaveProfile, QKeySequence::Save),
+    fileCommand(file, tr("Load Profile"), MenuId::LoadProfile, FileCommand::LoadProfile);
+    connect(addItem(file, tr("Save Profile"), MenuId::SaveProfile, QKeySequence::Save),
             &QAction::triggered, this, [this] {
                 runSaveCommand("MainForm -> SaveProfileMenuItem",
                                [this] { SaveProfile(m_ctx, m_shown); });
             });
-    fileCommand(file, QStringLiteral("Save Profile As"), MenuId::SaveProfileAs,
-                FileCommand::SaveProfileAs, QKeySequence::SaveAs);
+    fileCommand(file, tr("Save Profile As"), MenuId::SaveProfileAs, FileCommand::SaveProfileAs,
+                QKeySequence::SaveAs);
     file->addSeparator();
     // Open loads the file of what is shown: a bank file on a bank tab, search limits on the
     // search tab (only one of the two items is enabled at a time).
-    fileCommand(file, QStringLiteral("Load Bank"), MenuId::LoadBank, FileCommand::LoadBank,
-                QKeySequence::Open);
-    connect(addItem(file, QStringLiteral("Save Bank"), MenuId::SaveBank), &QAction::triggered, this,
-            [this] {
-                runSaveCommand("MainForm -> SaveBankMenuItem", [this] {
-                    if (m_ctx.CurBank >= 1 && m_ctx.CurBank <= BankCount)
-                        SaveBank(m_ctx);
-                });
-            });
-    fileCommand(file, QStringLiteral("Save Bank As"), MenuId::SaveBankAs, FileCommand::SaveBankAs);
+    fileCommand(file, tr("Load Bank"), MenuId::LoadBank, FileCommand::LoadBank, QKeySequence::Open);
+    connect(addItem(file, tr("Save Bank"), MenuId::SaveBank), &QAction::triggered, this, [this] {
+        runSaveCommand("MainForm -> SaveBankMenuItem", [this] {
+            if (m_ctx.CurBank >= 1 && m_ctx.CurBank <= BankCount)
+                SaveBank(m_ctx);
+        });
+    });
+    fileCommand(file, tr("Save Bank As"), MenuId::SaveBankAs, FileCommand::SaveBankAs);
     file->addSeparator();
-    fileCommand(file, QStringLiteral("Load Search Limits"), MenuId::LoadSearch,
-                FileCommand::LoadSearch, QKeySequence::Open);
-    connect(addItem(file, QStringLiteral("Save Search Limits"), MenuId::SaveSearch),
-            &QAction::triggered, this, [this] {
+    fileCommand(file, tr("Load Search Limits"), MenuId::LoadSearch, FileCommand::LoadSearch,
+                QKeySequence::Open);
+    connect(addItem(file, tr("Save Search Limits"), MenuId::SaveSearch), &QAction::triggered, this,
+            [this] {
                 runSaveCommand("MainForm -> SaveSearchMenuItem",
                                [this] { SaveSearch(m_ctx, m_shown); });
             });
-    fileCommand(file, QStringLiteral("Save Search Limits As"), MenuId::SaveSearchAs,
-                FileCommand::SaveSearchAs);
+    fileCommand(file, tr("Save Search Limits As"), MenuId::SaveSearchAs, FileCommand::SaveSearchAs);
     file->addSeparator();
-    addItem(file, QStringLiteral("CS&V Import"), MenuId::CsvImport)->setCheckable(true);
-    addItem(file, QStringLiteral("CSV &Export..."), MenuId::CsvExport);
-    addItem(file, QStringLiteral("&Web Import"), MenuId::WebImport);
+    addItem(file, tr("CS&V Import"), MenuId::CsvImport)->setCheckable(true);
+    addItem(file, tr("CSV &Export..."), MenuId::CsvExport);
+    addItem(file, tr("&Web Import"), MenuId::WebImport);
     file->addSeparator();
-    QAction* exit = addItem(file, QStringLiteral("E&xit"), MenuId::Exit,
+    QAction* exit = addItem(file, tr("E&xit"), MenuId::Exit,
                             standardKey(QKeySequence::Quit, QKeySequence(Qt::CTRL | Qt::Key_Q)));
     exit->setMenuRole(QAction::QuitRole);
     connect(exit, &QAction::triggered, this, &QWidget::close);
 
-    QMenu* edit = bar->addMenu(QStringLiteral("&Edit"));
+    QMenu* edit = bar->addMenu(tr("&Edit"));
     edit->setObjectName(QStringLiteral("EditMenu"));
-    connect(addItem(edit, QStringLiteral("Cu&t"), MenuId::Cut, QKeySequence::Cut),
-            &QAction::triggered, this, [this] { clipboardCommand(MenuId::Cut); });
-    connect(addItem(edit, QStringLiteral("&Copy"), MenuId::Copy, QKeySequence::Copy),
-            &QAction::triggered, this, [this] { clipboardCommand(MenuId::Copy); });
-    connect(addItem(edit, QStringLiteral("&Paste"), MenuId::Paste, QKeySequence::Paste),
-            &QAction::triggered, this, [this] { clipboardCommand(MenuId::Paste); });
-    connect(
-        addItem(edit, QStringLiteral("Select &All"), MenuId::SelectAll, QKeySequence::SelectAll),
-        &QAction::triggered, this, [this] { clipboardCommand(MenuId::SelectAll); });
+    connect(addItem(edit, tr("Cu&t"), MenuId::Cut, QKeySequence::Cut), &QAction::triggered, this,
+            [this] { clipboardCommand(MenuId::Cut); });
+    connect(addItem(edit, tr("&Copy"), MenuId::Copy, QKeySequence::Copy), &QAction::triggered, this,
+            [this] { clipboardCommand(MenuId::Copy); });
+    connect(addItem(edit, tr("&Paste"), MenuId::Paste, QKeySequence::Paste), &QAction::triggered,
+            this, [this] { clipboardCommand(MenuId::Paste); });
+    connect(addItem(edit, tr("Select &All"), MenuId::SelectAll, QKeySequence::SelectAll),
+            &QAction::triggered, this, [this] { clipboardCommand(MenuId::SelectAll); });
     edit->addSeparator();
     // The lists' pop-up menu shows the same two items.
-    connect(addItem(edit, QStringLiteral("Clear Selected Entries"), MenuId::ClearSelected,
-                    QKeySequence::Delete),
-            &QAction::triggered, this, [this] { popUpCommand(false); });
-    connect(addItem(edit, QStringLiteral("Set Selected Entries to Default"), MenuId::UseDefaults),
+    connect(
+        addItem(edit, tr("Clear Selected Entries"), MenuId::ClearSelected, QKeySequence::Delete),
+        &QAction::triggered, this, [this] { popUpCommand(false); });
+    connect(addItem(edit, tr("Set Selected Entries to Default"), MenuId::UseDefaults),
             &QAction::triggered, this, [this] { popUpCommand(true); });
     edit->addSeparator();
     const auto editCommand = [this](QMenu* menu, const QString& caption, MenuId id,
@@ -116,36 +111,36 @@ void MainForm::buildMenus() {
         connect(addItem(menu, caption, id), &QAction::triggered, this,
                 [this, command, label] { runEditCommand(command, label); });
     };
-    editCommand(edit, QStringLiteral("Clear Current Bank"), MenuId::ClearCurrBank,
+    editCommand(edit, tr("Clear Current Bank"), MenuId::ClearCurrBank,
                 EditCommand::ClearCurrentBank, "MainForm -> ClearCurrBankMenuItem");
-    editCommand(edit, QStringLiteral("Clear Search Limits"), MenuId::ClearSearch,
+    editCommand(edit, tr("Clear Search Limits"), MenuId::ClearSearch,
                 EditCommand::ClearSearchLimits, "MainForm -> ClearSearchMenuItem");
-    editCommand(edit, QStringLiteral("Set Factory Defaults"), MenuId::SetFactory,
+    editCommand(edit, tr("Set Factory Defaults"), MenuId::SetFactory,
                 EditCommand::SetFactoryDefaults, "MainForm -> SetFactoryMenuItem");
-    editCommand(edit, QStringLiteral("Set Default Bank"), MenuId::DefaultBank,
-                EditCommand::SetDefaultBank, "MainForm -> DefaultBankMenuItem");
-    editCommand(edit, QStringLiteral("Set Default Limits"), MenuId::DefaultLimits,
+    editCommand(edit, tr("Set Default Bank"), MenuId::DefaultBank, EditCommand::SetDefaultBank,
+                "MainForm -> DefaultBankMenuItem");
+    editCommand(edit, tr("Set Default Limits"), MenuId::DefaultLimits,
                 EditCommand::SetDefaultLimits, "MainForm -> DefaultLimitsMenuItem");
     edit->addSeparator();
-    addItem(edit, QStringLiteral("Organize Banks"), MenuId::OrganizeBanks);
-    addItem(edit, QStringLiteral("Organize Channels"), MenuId::OrganizeChans);
+    addItem(edit, tr("Organize Banks"), MenuId::OrganizeBanks);
+    addItem(edit, tr("Organize Channels"), MenuId::OrganizeChans);
     // Emptying all ten banks sits apart from the everyday items, where it is not hit by a slip.
     edit->addSeparator();
-    editCommand(edit, QStringLiteral("Clear ALL Banks"), MenuId::ClearBanks,
-                EditCommand::ClearAllBanks, "MainForm -> ClearBanksMenuItem");
+    editCommand(edit, tr("Clear ALL Banks"), MenuId::ClearBanks, EditCommand::ClearAllBanks,
+                "MainForm -> ClearBanksMenuItem");
 
-    QMenu* view = bar->addMenu(QStringLiteral("&View"));
-    connect(addItem(view, QStringLiteral("Show &Scan Banks"), MenuId::ShowScanBanks),
-            &QAction::triggered, this, [this] { showPanel(ScanBanksPanel); });
-    connect(addItem(view, QStringLiteral("Show Service &Freqs"), MenuId::ShowService),
-            &QAction::triggered, this, [this] { showPanel(ServicePanel); });
-    connect(addItem(view, QStringLiteral("Show &All Channels"), MenuId::ShowAllChan),
-            &QAction::triggered, this, [this] { showPanel(ChannelListPanel); });
+    QMenu* view = bar->addMenu(tr("&View"));
+    connect(addItem(view, tr("Show &Scan Banks"), MenuId::ShowScanBanks), &QAction::triggered, this,
+            [this] { showPanel(ScanBanksPanel); });
+    connect(addItem(view, tr("Show Service &Freqs"), MenuId::ShowService), &QAction::triggered,
+            this, [this] { showPanel(ServicePanel); });
+    connect(addItem(view, tr("Show &All Channels"), MenuId::ShowAllChan), &QAction::triggered, this,
+            [this] { showPanel(ChannelListPanel); });
     view->addSeparator();
-    connect(addItem(view, QStringLiteral("&Next Bank"), MenuId::NextBank,
+    connect(addItem(view, tr("&Next Bank"), MenuId::NextBank,
                     QKeySequence(Qt::CTRL | Qt::Key_PageDown)),
             &QAction::triggered, this, [this] { stepBankTab(1); });
-    connect(addItem(view, QStringLiteral("&Previous Bank"), MenuId::PreviousBank,
+    connect(addItem(view, tr("&Previous Bank"), MenuId::PreviousBank,
                     QKeySequence(Qt::CTRL | Qt::Key_PageUp)),
             &QAction::triggered, this, [this] { stepBankTab(-1); });
     // Ctrl+1 .. Ctrl+9 and Ctrl+0 show banks 1 to 10.
@@ -158,33 +153,32 @@ void MainForm::buildMenus() {
         m_bankKeys[size_t(b - 1)] = go;
     }
 
-    QMenu* options = bar->addMenu(QStringLiteral("&Options"));
-    addItem(options, QStringLiteral("Cable &Type"), MenuId::CableType)->setCheckable(true);
-    addItem(options, QStringLiteral("CO&M Port"), MenuId::ComPort);
-    QAction* debug = addItem(options, QStringLiteral("&Debug Comm"), MenuId::DebugComm);
+    QMenu* options = bar->addMenu(tr("&Options"));
+    addItem(options, tr("Cable &Type"), MenuId::CableType)->setCheckable(true);
+    addItem(options, tr("CO&M Port"), MenuId::ComPort);
+    QAction* debug = addItem(options, tr("&Debug Comm"), MenuId::DebugComm);
     debug->setCheckable(true);
     debug->setVisible(false);
-    addItem(options, QStringLiteral("&Database Address"), MenuId::DatabaseAddress);
+    addItem(options, tr("&Database Address"), MenuId::DatabaseAddress);
+    addLanguageMenu(options);
     options->addSeparator();
-    addItem(options, QStringLiteral("&Print Current Bank"), MenuId::PrintBank, QKeySequence::Print);
+    addItem(options, tr("&Print Current Bank"), MenuId::PrintBank, QKeySequence::Print);
 
-    QMenu* scanner = bar->addMenu(QStringLiteral("&Scanner"));
-    addItem(scanner, QStringLiteral("&Upload All Banks"), MenuId::UploadAllBanks);
-    addItem(scanner, QStringLiteral("Upload &Current Bank"), MenuId::UploadCurrBank);
-    addItem(scanner, QStringLiteral("Upload Sea&rch Bank"), MenuId::UploadSrchBank);
+    QMenu* scanner = bar->addMenu(tr("&Scanner"));
+    addItem(scanner, tr("&Upload All Banks"), MenuId::UploadAllBanks);
+    addItem(scanner, tr("Upload &Current Bank"), MenuId::UploadCurrBank);
+    addItem(scanner, tr("Upload Sea&rch Bank"), MenuId::UploadSrchBank);
 
-    QMenu* help = bar->addMenu(QStringLiteral("&Help"));
+    QMenu* help = bar->addMenu(tr("&Help"));
     // The home page carries the program's help, so the desktop's help key opens it.
-    connect(
-        addItem(help, QStringLiteral("@ &Home Page"), MenuId::HomePage, QKeySequence::HelpContents),
-        &QAction::triggered, this, [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_HOMEPAGE))); });
-    connect(addItem(help, QStringLiteral("@ &RadioReference.com"), MenuId::DBaseSite),
+    connect(addItem(help, tr("@ &Home Page"), MenuId::HomePage, QKeySequence::HelpContents),
             &QAction::triggered, this,
-            [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_DBASE_SITE))); });
-    addItem(help, QStringLiteral("Show Possible Comm &Errors"), MenuId::DisplayErrors)
-        ->setCheckable(true);
+            [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_HOMEPAGE))); });
+    connect(addItem(help, tr("@ &RadioReference.com"), MenuId::DBaseSite), &QAction::triggered,
+            this, [this] { m_openUrl(QUrl(QStringLiteral(KESTREL_DBASE_SITE))); });
+    addItem(help, tr("Show Possible Comm &Errors"), MenuId::DisplayErrors)->setCheckable(true);
     help->addSeparator();
-    QAction* about = addItem(help, QStringLiteral("&About"), MenuId::About);
+    QAction* about = addItem(help, tr("&About"), MenuId::About);
     about->setMenuRole(QAction::AboutRole);
     connect(about, &QAction::triggered, this, &MainForm::showAbout);
 
@@ -324,12 +318,11 @@ void MainForm::showPanel(Panel panel) {
 }
 
 void MainForm::showAbout() {
-    m_ctx.prompts().message(QStringLiteral("Kestrel Manager\nVersion %1\n\nPrepares the memory of "
-                                           "a handheld programmable scanner and uploads it over "
-                                           "a serial cable.")
+    m_ctx.prompts().message(tr("Kestrel Manager\nVersion %1\n\nPrepares the memory of "
+                               "a handheld programmable scanner and uploads it over "
+                               "a serial cable.")
                                 .arg(QStringLiteral(KESTREL_VERSION)),
-                            QStringLiteral("About Kestrel Manager"), Icon::Information,
-                            Buttons::Ok);
+                            tr("About Kestrel Manager"), Icon::Information, Buttons::Ok);
 }
 
 } // namespace kestrel
