@@ -200,7 +200,7 @@
         <translation>&amp;Hilfe</translation>
     </message>
     <message>
-        <source>@ &amp;HomePage</source>
+        <source>@ &amp;Home Page</source>
         <translation>@ &amp;Homepage</translation>
     </message>
     <message>

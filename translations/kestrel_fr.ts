@@ -200,7 +200,7 @@
         <translation>Aid&amp;e</translation>
     </message>
     <message>
-        <source>@ &amp;HomePage</source>
+        <source>@ &amp;Home Page</source>
         <translation>@ Page d’&amp;accueil</translation>
     </message>
     <message>
