@@ -206,6 +206,8 @@ void ClearChannels(AppContext& ctx, qint16 p, const QList<int>& channelNumbers, 
         const int b = BankOfChannel(n);
         const int c = SlotOfChannel(n);
         Set_Channel(ctx, p, qint16(b), quint8(c), ctx.DefChans[toDefault ? n : 0]);
+        // A cleared channel is an edit like any other: it must reach the bank file.
+        ctx.Profiles[p].Banks[b].Changed = true;
     }
 }
 
@@ -215,6 +217,7 @@ void ClearSearches(AppContext& ctx, qint16 p, const QList<int>& rangeNumbers, bo
         if (i < 1 || i > SearchCount)
             continue;
         Set_Search(ctx, p, qint16(i), ctx.DefSearch[toDefault ? i : 0]);
+        ctx.Profiles[p].Changed = true;
     }
 }
 

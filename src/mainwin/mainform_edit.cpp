@@ -285,6 +285,7 @@ void MainForm::popUpCommand(bool toDefault) {
                  for (const int n : numbers)
                      refreshChannel(n);
              }
+             updateCaption();
          });
 }
 

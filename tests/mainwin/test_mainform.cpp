@@ -344,7 +344,13 @@ private Q_SLOTS:
         QCOMPARE(cell(view, row, ColDesc), u"Edit-Me"_s);
         rightClickRow(view, row, "UseDefaultsMenuItem");
         QCOMPARE(rec.Desc, u"Chan #"_s + Num3(ChannelNumber(bank, slot)));
-        QVERIFY(!prof().Changed && !prof().Banks[bank].Changed);
+        // Both are edits: the bank is marked, the caption shows it, each is one undo step.
+        QVERIFY(prof().Banks[bank].Changed);
+        QVERIFY(form.windowTitle().contains(u'*'));
+        trigger("UndoMenuItem");
+        QCOMPARE(rec.Desc, u"Edit-Me"_s);
+        trigger("UndoMenuItem");
+        QCOMPARE(rec.Desc, u"Mine"_s);
     }
 
     void rename_data() {
@@ -456,8 +462,9 @@ private Q_SLOTS:
                  after[tab == 10 ? 2 : 0]);
     }
 
-    // Save Bank writes the bank at once and clears its flag; closing rewrites the profile's
-    // settings and search files but not that bank file. An untouched profile is not written.
+    // Save Bank writes the bank at once and clears its flag; a later clear marks it again, so
+    // closing writes it with the profile's settings and search files. An untouched profile is
+    // not written.
     void saveBankThenClosing() {
         MainForm& form = startSaved();
         editCell(form.ChnlsLv(), 0, ColDesc, u"Saved now"_s);
@@ -470,7 +477,8 @@ private Q_SLOTS:
         QFile::remove(m_ctx->settingsPath(u"Main"_s));
         QFile::remove(m_ctx->settingsPath(u"Profile04"_s));
         closeForm();
-        QCOMPARE(readFile(bankPath("Bank01")), saved);
+        QVERIFY(readFile(bankPath("Bank01")) != saved);
+        QVERIFY(readFile(bankPath("Bank01")).contains("Edit-Me"));
         QVERIFY(File_Exists(m_ctx->searchPath(u"SrchBank00"_s)));
         QVERIFY(File_Exists(m_ctx->settingsPath(u"Main"_s)));
         QVERIFY(!File_Exists(m_ctx->settingsPath(u"Profile04"_s)));
