@@ -132,10 +132,7 @@ bool RRSession::known(bool answered, const qint32& returned, const char* kind, q
 }
 
 bool RRSession::loginRefused() const {
-    if (!m_client || !m_client->lastFault())
-        return false;
-    // The code may carry a namespace prefix ("SOAP-ENV:AUTH").
-    return m_client->lastFault()->faultcode.section(u':', -1).trimmed() == u"AUTH";
+    return m_client && m_client->loginRefused();
 }
 
 int RRSession::finish() {

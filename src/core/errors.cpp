@@ -39,6 +39,27 @@ void ErrorReporter::ReportError(const QString& label, int line, int number,
     LogError(label + QStringLiteral(" @ Line:") + QString::number(line), number, description);
 }
 
+void ErrorReporter::Tell(const QString& sentence) {
+    ++m_reports;
+    m_lastFailure = sentence;
+    if (m_depth == 0)
+        show(sentence);
+    else if (m_held.isEmpty())
+        m_held = sentence;
+}
+
+void ErrorReporter::leaveTrap() {
+    if (--m_depth > 0 || m_held.isEmpty())
+        return;
+    const QString sentence = std::exchange(m_held, QString());
+    show(sentence);
+}
+
+void ErrorReporter::show(const QString& sentence) {
+    if (m_prompts)
+        m_prompts->message(sentence, m_title, Icon::Exclamation, Buttons::Ok);
+}
+
 void ErrorReporter::LogError(const QString& where, int number, const QString& description) {
     if (m_logDir.isEmpty())
         return;
@@ -63,6 +84,9 @@ void reportCurrentException(ErrorReporter& reporter, const QString& label, int l
     QString description = QStringLiteral("Invalid procedure call or argument");
     try {
         throw;
+    } catch (const ExpectedFailure& e) {
+        reporter.Tell(e.sentence());
+        return;
     } catch (const KestrelError& e) {
         number = e.number();
         description = e.description();
