@@ -6,7 +6,6 @@
 #include "core/settings.h"
 #include "history/history.h"
 #include "import/frmverifyrrchan.h"
-#include "import/httpprobe.h"
 #include "import/searchtree.h"
 #include "ui/windowplace.h"
 #include "webservice/rrclient.h"
@@ -405,20 +404,14 @@ void FrmImportRR::LogInBtn_Click() {
         s.at(3);
         {
             BusyCursor busy;
-            if (m_ctx.settings.DBaseIndex == 0) {
-                s.at(4);
-                if (!m_client.getUserData()) {
-                    m_loggedIn = false;
-                    return;
-                }
-                m_loggedIn = !m_client.UserData.subExpireDate.isEmpty();
-                m_expiry->setText(m_client.UserData.subExpireDate);
-            } else {
-                s.at(5);
-                m_loggedIn = ProbeHttp(m_client.baseUrl(), 2000);
-                if (m_loggedIn)
-                    m_expiry->setText(QStringLiteral("Unknown"));
+            // The public service and a local address alike: the user's data proves the login.
+            s.at(4);
+            if (!m_client.getUserData()) {
+                m_loggedIn = false;
+                return;
             }
+            m_loggedIn = !m_client.UserData.subExpireDate.isEmpty();
+            m_expiry->setText(m_client.UserData.subExpireDate);
             m_logIn->setEnabled(!m_loggedIn);
             if (m_loggedIn) {
                 s.at(7);
@@ -435,8 +428,10 @@ void FrmImportRR::LogInBtn_Click() {
             }
         }
         if (!m_loggedIn) {
-            m_ctx.prompts().message(QStringLiteral("NO Response From Web Service..."), kCaption,
-                                    Icon::Critical, Buttons::Ok);
+            if (!m_ctx.errors.failedInAction())
+                m_ctx.errors.Tell(QStringLiteral("The web service at %1 gave no subscription "
+                                                 "for %2; check the user name and log in again.")
+                                      .arg(m_client.baseUrl(), user));
             return;
         }
         BusyCursor busy;
