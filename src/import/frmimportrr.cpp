@@ -350,6 +350,8 @@ void FrmImportRR::Unload() {
             m_search->close();
         if (m_feeds)
             m_feeds->close();
+        if (m_compareList)
+            m_compareList->close();
     });
     m_closed = true;
     m_ctx.markSettingsChanged();
@@ -1099,8 +1101,15 @@ void FrmImportRR::CompareBtn_Click() {
     Trap(m_ctx.errors, "RRImportCompare", [&] {
         if (m_groupSelCnt < 1)
             return;
-        BusyCursor busy;
-        CompareTalkgroups(m_ctx.errors, m_ctx.component<GroupIdList>(), m_trs);
+        GroupIdList& list = m_ctx.component<GroupIdList>();
+        CompareTalkgroups(m_ctx.errors, list, m_trs);
+        if (!m_compareList) {
+            m_compareList = new FrmTalkgroupList(m_ctx, this);
+            m_compareList->setAttribute(Qt::WA_DeleteOnClose);
+        }
+        m_compareList->fill(list);
+        m_compareList->show();
+        m_compareList->raise();
     });
 }
 

@@ -7,7 +7,9 @@
 #include "mainwin/mainform.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QSignalSpy>
 
 using namespace kestrel;
@@ -166,6 +168,34 @@ private Q_SLOTS:
         tick("c1s1", false); // the chosen site, then another site is free
         tick("c1s2");
         QCOMPARE(m_win->SiteChanSelCnt(), 3);
+    }
+
+    // Compare shows the ticked talk groups; Copy gives the selected rows (or all) as tab-separated
+    // lines, Save as CSV writes them through the file dialog.
+    void compareList() {
+        toSystem();
+        tick("c2s1");
+        m_win->CompareBtn()->click();
+        FrmTalkgroupList* w = m_win->compareWindow();
+        QVERIFY(w && w->isVisible());
+        QCOMPARE(w->list()->topLevelItemCount(), m_win->GroupSelCnt());
+        const QString header = "Decimal ID\tDescription\tAlpha Tag\tTag\tMode\n";
+        w->copyButton()->click();
+        const QString all = QGuiApplication::clipboard()->text();
+        QVERIFY2(all.startsWith(header), qPrintable(all));
+        QCOMPARE(all.count(u'\n'), m_win->GroupSelCnt() + 1);
+        w->list()->topLevelItem(1)->setSelected(true);
+        w->copyButton()->click();
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 header + "1648\tAshford County-Sheriff Tac\tASO Tac\tLaw Tac\tD\n");
+        const QString path = m_dir.filePath("tg.csv");
+        m_prompts.queueFile(path);
+        w->saveButton()->click();
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(f.readAll()), QString(all).replace(u'\t', u','));
+        m_win->close();
+        QTRY_VERIFY(!m_win->compareWindow());
     }
 
     void talkgroupTexts() {
