@@ -140,6 +140,21 @@ private Q_SLOTS:
         QCOMPARE(m_win->verifyWindow()->ChanLV()->topLevelItemCount(), 3);
     }
 
+    // The verify window shows the mode and tone each imported frequency was given.
+    void verifyShowsModeAndTone() {
+        logIn(QStringLiteral("12345"));
+        for (const char* key : {"c1s1d1", "c1s1d4", "c1s1d7"})
+            tick(key);
+        m_prompts.queueAnswer(Answer::Yes);
+        m_win->ImportBtn(1)->click();
+        QVERIFY(m_win->verifyWindow());
+        QTreeWidget* lv = m_win->verifyWindow()->ChanLV();
+        QStringList got;
+        for (int i = 0; i < lv->topLevelItemCount(); ++i)
+            got << lv->topLevelItem(i)->text(2) + u' ' + lv->topLevelItem(i)->text(3);
+        QCOMPARE(got, (QStringList{"FM 156.7 PL", "FM CSQ", "FM DPL 023"}));
+    }
+
     void oneSiteAtATime() {
         toSystem();
         tick("c1s1"); // the site and its four frequencies
