@@ -440,6 +440,12 @@ SoapValue* RRClient::request(RRCommands cmd, QList<SoapValue> params,
     });
 }
 
+bool RRClient::offers(RRCommands cmd) const {
+    const QString name = RRCommandName(int(cmd));
+    return std::any_of(Wsdl.Operations.begin(), Wsdl.Operations.end(),
+                       [&](const WsdlOperation& o) { return o.name == name; });
+}
+
 // ---- lookups --------------------------------------------------------------------------------
 
 QString RRClient::Get_StateName(qint32 stid) const {

@@ -56,6 +56,8 @@ public:
     bool busy() const { return m_busy; }
     // True when the description gave operations (InitSoap can succeed with text that is not one).
     bool descriptionLoaded() const { return !Wsdl.Operations.isEmpty(); }
+    // True when the loaded description names the operation: the address answers it.
+    bool offers(RRCommands cmd) const;
 
     // ---- description --------------------------------------------------------------------
     bool InitSoap();
