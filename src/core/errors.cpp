@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
+#include <QThread>
 
 namespace kestrel {
 
@@ -42,17 +43,26 @@ void ErrorReporter::ReportError(const QString& label, int line, int number,
 void ErrorReporter::Tell(const QString& sentence) {
     ++m_reports;
     m_lastFailure = sentence;
-    if (m_depth == 0)
+    if (m_actions.isEmpty())
         show(sentence);
-    else if (m_held.isEmpty())
-        m_held = sentence;
+    else if (m_actions.last().held.isEmpty())
+        m_actions.last().held = sentence;
+}
+
+void ErrorReporter::enterTrap() {
+    const int level = QThread::currentThread()->loopLevel();
+    if (m_actions.isEmpty() || m_actions.last().loopLevel != level)
+        m_actions.append({level, 1, {}});
+    else
+        ++m_actions.last().depth;
 }
 
 void ErrorReporter::leaveTrap() {
-    if (--m_depth > 0 || m_held.isEmpty())
+    if (m_actions.isEmpty() || --m_actions.last().depth > 0)
         return;
-    const QString sentence = std::exchange(m_held, QString());
-    show(sentence);
+    const QString sentence = m_actions.takeLast().held;
+    if (!sentence.isEmpty())
+        show(sentence);
 }
 
 void ErrorReporter::show(const QString& sentence) {

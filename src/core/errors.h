@@ -2,6 +2,7 @@
 // The one error-reporting routine, the error log, and the trap every procedure runs under.
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <exception>
 #include <functional>
@@ -80,11 +81,12 @@ public:
     // many queries against a service that has gone gives one message.
     void Tell(const QString& sentence);
     // True while the running action has told a failure: further queries need not be sent.
-    bool failedInAction() const { return !m_held.isEmpty(); }
+    bool failedInAction() const { return !m_actions.isEmpty() && !m_actions.last().held.isEmpty(); }
     const QString& lastFailure() const { return m_lastFailure; }
 
-    // Kept by Trap: the depth of trapped procedures running.
-    void enterTrap() { ++m_depth; }
+    // Kept by Trap. A trapped procedure entered from an event loop that runs inside another
+    // (a user's click while an upload waits) is an action of its own.
+    void enterTrap();
     void leaveTrap();
 
     static QString dialogText(const QString& label, int line, int number,
@@ -95,9 +97,13 @@ private:
     Prompts* m_prompts;
     QString m_title = QStringLiteral("Kestrel Manager");
     QString m_currentLabel;
-    QString m_held;
+    struct Action {
+        int loopLevel;
+        int depth;
+        QString held;
+    };
+    QList<Action> m_actions;
     QString m_lastFailure;
-    int m_depth = 0;
     bool m_suppress = false;
     int m_reports = 0;
     void show(const QString& sentence);
