@@ -160,15 +160,9 @@ private Q_SLOTS:
         QTemporaryDir dir;
         ScriptedPrompts prompts;
         ErrorReporter r(dir.path(), &prompts);
-        const auto texts = [&] {
-            QStringList out;
-            for (const auto& m : prompts.messages())
-                out << m.text;
-            return out;
-        };
         Trap(r, "Outer", [&] {
             Trap(r, "Query", [] { throw ExpectedFailure(u"Service gone; try again."_s); });
-            QVERIFY(r.failedInAction() && texts().isEmpty());
+            QVERIFY(r.failedInAction() && prompts.messages().isEmpty());
             r.Tell(u"Second"_s);
             QEventLoop loop;
             QTimer::singleShot(0, &loop, [&] {
@@ -176,14 +170,11 @@ private Q_SLOTS:
                 loop.quit();
             });
             loop.exec();
-            QCOMPARE(texts(), QStringList{u"Inner"_s});
+            QCOMPARE(prompts.messages().size(), 1); // the inner action's, at its end
         });
-        QCOMPARE(texts(), (QStringList{u"Inner"_s, u"Service gone; try again."_s}));
-        QVERIFY(!r.failedInAction());
-        r.Tell(u"At once"_s);
-        QCOMPARE(texts().size(), 3);
-        QCOMPARE(r.reportCount(), 4);
-        QVERIFY(!QFile::exists(r.logPath()));
+        QCOMPARE(prompts.messages().size(), 2);
+        QCOMPARE(prompts.messages().last().text, u"Service gone; try again."_s);
+        QVERIFY(!r.failedInAction() && !QFile::exists(r.logPath()));
     }
 };
 
