@@ -439,12 +439,7 @@ void FrmImportRR::LogInBtn_Click() {
         BusyCursor busy;
         if (!zip.isEmpty()) {
             s.at(8);
-            m_client.getZipcodeInfo(zip.toInt());
-            m_lat->setText(QString::number(m_client.ZipcodeInfo.lat));
-            m_lon->setText(QString::number(m_client.ZipcodeInfo.lon));
-            m_zipFound = m_client.ZipcodeInfo.stid != 0;
-            if (!m_zipFound)
-                m_zip->clear();
+            lookUpZip(zip);
         }
         s.at(9);
         m_client.getCountryList();
@@ -487,15 +482,9 @@ void FrmImportRR::ZipCodeEnter() {
     Trap(m_ctx.errors, "FrmImportRR -> ZipCodeTxt_KeyPress", [&] {
         BusyCursor busy;
         m_ctx.registry.ZipCode = m_zip->text();
-        m_client.getZipcodeInfo(m_zip->text().toInt());
-        const TypZipcode zip = m_client.ZipcodeInfo;
-        m_lat->setText(QString::number(zip.lat));
-        m_lon->setText(QString::number(zip.lon));
-        m_zipFound = zip.stid != 0;
-        if (!m_zipFound) {
-            m_zip->clear();
+        if (!lookUpZip(m_zip->text()))
             return;
-        }
+        const TypZipcode zip = m_client.ZipcodeInfo;
         if (m_state->count() == 0 && m_country->count() > 0)
             setListText(m_country, QStringLiteral("United States"));
         if (m_state->count() > 0) {
@@ -506,6 +495,20 @@ void FrmImportRR::ZipCodeEnter() {
                 setListText(m_county, m_client.Get_CountyName(zip.ctid));
         }
     });
+}
+
+bool FrmImportRR::lookUpZip(const QString& zip) {
+    m_client.getZipcodeInfo(zip.toInt());
+    m_lat->setText(QString::number(m_client.ZipcodeInfo.lat));
+    m_lon->setText(QString::number(m_client.ZipcodeInfo.lon));
+    m_zipFound = m_client.ZipcodeInfo.stid != 0;
+    if (!m_zipFound) {
+        m_zip->clear();
+        if (!m_ctx.errors.failedInAction())
+            m_ctx.errors.Tell(
+                QStringLiteral("The web service knows no zip code %1; check it.").arg(zip));
+    }
+    return m_zipFound;
 }
 
 void FrmImportRR::CityLbl_Click() {

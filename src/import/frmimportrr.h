@@ -131,6 +131,8 @@ private:
     void CboCounty_Click();
     void CboSystem_Click();
     void ZipCodeEnter();
+    // Asks the service for the zip code's place; an unknown one empties the box and says so.
+    bool lookUpZip(const QString& zip);
     void CityLbl_Click();
     void DBaseAddrMenuItem_Click();
 

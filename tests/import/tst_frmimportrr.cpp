@@ -276,6 +276,16 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_ctx->errors.logPath()));
     }
 
+    // An unknown zip code, at login or typed: one sentence, the box emptied.
+    void unknownZipCode() {
+        logIn(QStringLiteral("99999"));
+        m_win->ZipCodeTxt()->setText(QStringLiteral("88888"));
+        QTest::keyClick(m_win->ZipCodeTxt(), Qt::Key_Return);
+        QCOMPARE(messages(), (QStringList{"The web service knows no zip code 99999; check it.",
+                                          "The web service knows no zip code 88888; check it."}));
+        QVERIFY(m_win->ZipCodeTxt()->text().isEmpty());
+    }
+
     // The service stops after one county was shown: choosing another tells it once and shows
     // nothing of the county before.
     void serviceGoesAway() {
