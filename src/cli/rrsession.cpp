@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rrsession.h"
 
+#include "core/dbaselocation.h"
 #include "core/freq.h"
 #include "webservice/webcredentials.h"
 
 #include <QTextStream>
-#include <QUrl>
 #include <cstdio>
 
 #ifdef Q_OS_UNIX
@@ -61,14 +61,12 @@ RRSession::RRSession(Env& env, const Args& args) : m_env(env), m_args(args) {}
 void RRSession::load(bool login, bool writing) {
     QString url = m_args.value(QStringLiteral("url"));
     if (m_args.has(QStringLiteral("url"))) {
-        const QUrl u(url, QUrl::StrictMode);
-        if (!u.isValid() || u.host().isEmpty() || (u.scheme() != u"http" && u.scheme() != u"https"))
+        const std::optional<QString> checked = CheckedServiceAddress(url);
+        if (!checked)
             throw UsageError(qPrintable(QStringLiteral("--url needs an http:// or https:// "
                                                        "address, not ") +
                                         url));
-        // The operations are posted to the base address + "index.php".
-        if (!url.endsWith(u'/'))
-            url += u'/';
+        url = *checked;
     }
     QString password;
     if (m_args.has(QStringLiteral("password-stdin")))
@@ -132,10 +130,7 @@ bool RRSession::known(bool answered, const qint32& returned, const char* kind, q
 }
 
 bool RRSession::loginRefused() const {
-    if (!m_client || !m_client->lastFault())
-        return false;
-    // The code may carry a namespace prefix ("SOAP-ENV:AUTH").
-    return m_client->lastFault()->faultcode.section(u':', -1).trimmed() == u"AUTH";
+    return m_client && m_client->loginRefused();
 }
 
 int RRSession::finish() {

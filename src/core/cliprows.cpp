@@ -214,6 +214,7 @@ void ApplyChannelRow(ChannelRec& rec, const ChannelRow& row) {
     rec.Imported = false;
     rec.Mode = 0;
     rec.ModeAux = 0;
+    rec.Tone.clear();
 }
 
 void ApplySearchRow(SearchRec& rec, const SearchRow& row) {

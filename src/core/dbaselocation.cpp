@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dbaselocation.h"
 
+#include <QUrl>
+
 namespace kestrel {
 
 namespace {
@@ -28,7 +30,11 @@ QString ServiceEndpoint(int version, const ProgramSettings& s) {
 }
 
 QString LocalEndpoint(int version, const ProgramSettings& s) {
-    if (version >= 1 && version <= 8)
+    const QString host = QString::fromLatin1(kLocalHost);
+    const bool typed = s.DBaseLocUsr != host + QLatin1String(pathFor(1)) &&
+                       s.DBaseLocUsr != host + QLatin1String(pathFor(2)) &&
+                       !s.DBaseLocUsr.isEmpty();
+    if (!typed && version >= 1 && version <= 8)
         return QString::fromLatin1(kLocalHost) + QLatin1String(pathFor(version));
     return s.DBaseLocUsr;
 }
@@ -42,7 +48,18 @@ bool VersionKeyAllowed(QChar c) {
 }
 
 bool AddressKeyAllowed(QChar c) {
-    return c == u'.' || isDigit(c) || isAsciiLetter(c);
+    return !c.isSpace();
+}
+
+std::optional<QString> CheckedServiceAddress(const QString& text) {
+    QString address = text.trimmed();
+    const QUrl url(address, QUrl::StrictMode);
+    if (!url.isValid() || url.host().isEmpty() ||
+        (url.scheme() != u"http" && url.scheme() != u"https"))
+        return std::nullopt;
+    if (!address.endsWith(u'/'))
+        address += u'/';
+    return address;
 }
 
 bool ProxyAddressKeyAllowed(QChar c) {

@@ -7,6 +7,7 @@
 
 #include <QChar>
 #include <QString>
+#include <optional>
 
 namespace kestrel {
 
@@ -18,16 +19,22 @@ inline constexpr int kLatestVersion = 999;
 // The service's own endpoint for a version: "/soap/" for version 1, "/soap2/" for 2 to 8, the
 // user's DBaseEndUsr for any other.
 QString ServiceEndpoint(int version, const ProgramSettings& s);
-// The local endpoint for a version: "http://127.0.0.1:9000/soap/" for 1, ".../soap2/" for 2 to 8,
-// the user's DBaseLocUsr for any other.
+// The local endpoint: an address the user typed (DBaseLocUsr unless it is one of the standard
+// two) whatever the version; otherwise "http://127.0.0.1:9000/soap/" for 1, ".../soap2/" for 2
+// to 8, DBaseLocUsr for any other.
 QString LocalEndpoint(int version, const ProgramSettings& s);
 QString LocationAddress(int version, int location, const ProgramSettings& s);
 
 // Characters each box takes from the keyboard (editing keys are always taken).
 bool VersionKeyAllowed(QChar c);      // digits
-bool AddressKeyAllowed(QChar c);      // ".", digits, ASCII letters
+bool AddressKeyAllowed(QChar c);      // anything but blanks: a URL may be typed or pasted
 bool ProxyAddressKeyAllowed(QChar c); // "-", ".", "/", digits, ASCII letters, "_", "~"
 bool ProxyPortKeyAllowed(QChar c);    // digits
+
+// A typed service address as it is saved and used (blanks trimmed, a "/" added at the end, as
+// the operations are posted to the address + "index.php"); nothing when it is not an http:// or
+// https:// URL with a host.
+std::optional<QString> CheckedServiceAddress(const QString& text);
 
 // A user-defined version outside 2..8 falls back to "8".
 QString CheckedUserVersion(const QString& text);

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
+#include <QThread>
 
 namespace kestrel {
 
@@ -39,6 +40,36 @@ void ErrorReporter::ReportError(const QString& label, int line, int number,
     LogError(label + QStringLiteral(" @ Line:") + QString::number(line), number, description);
 }
 
+void ErrorReporter::Tell(const QString& sentence) {
+    ++m_reports;
+    m_lastFailure = sentence;
+    if (m_actions.isEmpty())
+        show(sentence);
+    else if (m_actions.last().held.isEmpty())
+        m_actions.last().held = sentence;
+}
+
+void ErrorReporter::enterTrap() {
+    const int level = QThread::currentThread()->loopLevel();
+    if (m_actions.isEmpty() || m_actions.last().loopLevel != level)
+        m_actions.append({level, 1, {}});
+    else
+        ++m_actions.last().depth;
+}
+
+void ErrorReporter::leaveTrap() {
+    if (m_actions.isEmpty() || --m_actions.last().depth > 0)
+        return;
+    const QString sentence = m_actions.takeLast().held;
+    if (!sentence.isEmpty())
+        show(sentence);
+}
+
+void ErrorReporter::show(const QString& sentence) {
+    if (m_prompts)
+        m_prompts->message(sentence, m_title, Icon::Exclamation, Buttons::Ok);
+}
+
 void ErrorReporter::LogError(const QString& where, int number, const QString& description) {
     if (m_logDir.isEmpty())
         return;
@@ -63,6 +94,9 @@ void reportCurrentException(ErrorReporter& reporter, const QString& label, int l
     QString description = QStringLiteral("Invalid procedure call or argument");
     try {
         throw;
+    } catch (const ExpectedFailure& e) {
+        reporter.Tell(e.sentence());
+        return;
     } catch (const KestrelError& e) {
         number = e.number();
         description = e.description();

@@ -29,6 +29,7 @@ struct ChannelRec {
     bool Imported = false;
     quint8 Mode = 0;
     quint8 ModeAux = 0;
+    QString Tone; // the imported record's tone ("CSQ", "100.0 PL"); in memory only, as Mode
 
     bool operator==(const ChannelRec&) const = default;
 };
@@ -77,8 +78,8 @@ inline int SlotOfChannel(int n) {
 }
 
 // Sets a record from its text form. A line that does not split into the right number of fields
-// is replaced whole by the fallback line (the slot's factory line). Imported, Mode and ModeAux
-// are left as they were.
+// is replaced whole by the fallback line (the slot's factory line). Imported, Mode, ModeAux and
+// Tone are left as they were.
 void ParseChannelLine(ChannelRec& rec, QStringView line, QStringView fallback);
 void ParseSearchLine(SearchRec& rec, QStringView line, QStringView fallback);
 inline void ParseChannelLine(ChannelRec& rec, const QString& line, const QString& fallback) {

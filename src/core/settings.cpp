@@ -2,6 +2,7 @@
 #include "settings.h"
 
 #include "class_ini.h"
+#include "dbaselocation.h"
 #include "freq.h"
 
 #include <QFile>
@@ -169,13 +170,7 @@ QString DefaultLocalEndpoint() {
 }
 
 QString DeriveServiceAddress(const ProgramSettings& s) {
-    const QString host = QString::fromLatin1(kPublicServiceHost);
-    const QString local = QStringLiteral("http://127.0.0.1:9000");
-    if (s.DBaseVersion <= 1)
-        return (s.DBaseIndex == 0 ? host : local) + QStringLiteral("/soap/");
-    if (s.DBaseVersion <= 8)
-        return (s.DBaseIndex == 0 ? host : local) + QStringLiteral("/soap2/");
-    return s.DBaseIndex == 0 ? s.DBaseEndUsr : s.DBaseLocUsr;
+    return LocationAddress(s.DBaseVersion, s.DBaseIndex, s);
 }
 
 WindowPos Set_FormPos(const QString& value, QSize screen, int designHeight, int designWidth) {

@@ -6,7 +6,6 @@
 #include "core/settings.h"
 #include "history/history.h"
 #include "import/frmverifyrrchan.h"
-#include "import/httpprobe.h"
 #include "import/searchtree.h"
 #include "ui/windowplace.h"
 #include "webservice/rrclient.h"
@@ -351,6 +350,8 @@ void FrmImportRR::Unload() {
             m_search->close();
         if (m_feeds)
             m_feeds->close();
+        if (m_compareList)
+            m_compareList->close();
     });
     m_closed = true;
     m_ctx.markSettingsChanged();
@@ -405,20 +406,14 @@ void FrmImportRR::LogInBtn_Click() {
         s.at(3);
         {
             BusyCursor busy;
-            if (m_ctx.settings.DBaseIndex == 0) {
-                s.at(4);
-                if (!m_client.getUserData()) {
-                    m_loggedIn = false;
-                    return;
-                }
-                m_loggedIn = !m_client.UserData.subExpireDate.isEmpty();
-                m_expiry->setText(m_client.UserData.subExpireDate);
-            } else {
-                s.at(5);
-                m_loggedIn = ProbeHttp(m_client.baseUrl(), 2000);
-                if (m_loggedIn)
-                    m_expiry->setText(QStringLiteral("Unknown"));
+            // The public service and a local address alike: the user's data proves the login.
+            s.at(4);
+            if (!m_client.getUserData()) {
+                m_loggedIn = false;
+                return;
             }
+            m_loggedIn = !m_client.UserData.subExpireDate.isEmpty();
+            m_expiry->setText(m_client.UserData.subExpireDate);
             m_logIn->setEnabled(!m_loggedIn);
             if (m_loggedIn) {
                 s.at(7);
@@ -435,19 +430,16 @@ void FrmImportRR::LogInBtn_Click() {
             }
         }
         if (!m_loggedIn) {
-            m_ctx.prompts().message(QStringLiteral("NO Response From Web Service..."), kCaption,
-                                    Icon::Critical, Buttons::Ok);
+            if (!m_ctx.errors.failedInAction())
+                m_ctx.errors.Tell(QStringLiteral("The web service at %1 gave no subscription "
+                                                 "for %2; check the user name and log in again.")
+                                      .arg(m_client.baseUrl(), user));
             return;
         }
         BusyCursor busy;
         if (!zip.isEmpty()) {
             s.at(8);
-            m_client.getZipcodeInfo(zip.toInt());
-            m_lat->setText(QString::number(m_client.ZipcodeInfo.lat));
-            m_lon->setText(QString::number(m_client.ZipcodeInfo.lon));
-            m_zipFound = m_client.ZipcodeInfo.stid != 0;
-            if (!m_zipFound)
-                m_zip->clear();
+            lookUpZip(zip);
         }
         s.at(9);
         m_client.getCountryList();
@@ -490,15 +482,9 @@ void FrmImportRR::ZipCodeEnter() {
     Trap(m_ctx.errors, "FrmImportRR -> ZipCodeTxt_KeyPress", [&] {
         BusyCursor busy;
         m_ctx.registry.ZipCode = m_zip->text();
-        m_client.getZipcodeInfo(m_zip->text().toInt());
-        const TypZipcode zip = m_client.ZipcodeInfo;
-        m_lat->setText(QString::number(zip.lat));
-        m_lon->setText(QString::number(zip.lon));
-        m_zipFound = zip.stid != 0;
-        if (!m_zipFound) {
-            m_zip->clear();
+        if (!lookUpZip(m_zip->text()))
             return;
-        }
+        const TypZipcode zip = m_client.ZipcodeInfo;
         if (m_state->count() == 0 && m_country->count() > 0)
             setListText(m_country, QStringLiteral("United States"));
         if (m_state->count() > 0) {
@@ -509,6 +495,20 @@ void FrmImportRR::ZipCodeEnter() {
                 setListText(m_county, m_client.Get_CountyName(zip.ctid));
         }
     });
+}
+
+bool FrmImportRR::lookUpZip(const QString& zip) {
+    m_client.getZipcodeInfo(zip.toInt());
+    m_lat->setText(QString::number(m_client.ZipcodeInfo.lat));
+    m_lon->setText(QString::number(m_client.ZipcodeInfo.lon));
+    m_zipFound = m_client.ZipcodeInfo.stid != 0;
+    if (!m_zipFound) {
+        m_zip->clear();
+        if (!m_ctx.errors.failedInAction())
+            m_ctx.errors.Tell(
+                QStringLiteral("The web service knows no zip code %1; check it.").arg(zip));
+    }
+    return m_zipFound;
 }
 
 void FrmImportRR::CityLbl_Click() {
@@ -1104,8 +1104,15 @@ void FrmImportRR::CompareBtn_Click() {
     Trap(m_ctx.errors, "RRImportCompare", [&] {
         if (m_groupSelCnt < 1)
             return;
-        BusyCursor busy;
-        CompareTalkgroups(m_ctx.errors, m_ctx.component<GroupIdList>(), m_trs);
+        GroupIdList& list = m_ctx.component<GroupIdList>();
+        CompareTalkgroups(m_ctx.errors, list, m_trs);
+        if (!m_compareList) {
+            m_compareList = new FrmTalkgroupList(m_ctx, this);
+            m_compareList->setAttribute(Qt::WA_DeleteOnClose);
+        }
+        m_compareList->fill(list);
+        m_compareList->show();
+        m_compareList->raise();
     });
 }
 

@@ -7,6 +7,7 @@
 
 #include "import/frmfeeds.h"
 #include "import/frmsearchrr.h"
+#include "import/frmtalkgrouplist.h"
 #include "import/frmverifyrrchan.h"
 #include "import/importtree.h"
 #include "webservice/ui/frmdbaseloc.h"
@@ -97,6 +98,7 @@ public:
     FrmViewXml* xmlViewer() const { return m_viewer; }
     FrmSearchRR* searchWindow() const { return m_search; }
     FrmFeeds* feedsWindow() const { return m_feeds; }
+    FrmTalkgroupList* compareWindow() const { return m_compareList; }
 
     // ---- state ----
     QString treeTag() const { return m_treeTag; }
@@ -129,6 +131,8 @@ private:
     void CboCounty_Click();
     void CboSystem_Click();
     void ZipCodeEnter();
+    // Asks the service for the zip code's place; an unknown one empties the box and says so.
+    bool lookUpZip(const QString& zip);
     void CityLbl_Click();
     void DBaseAddrMenuItem_Click();
 
@@ -204,6 +208,7 @@ private:
     QPointer<FrmDBaseLoc> m_dbaseLoc;
     QPointer<FrmSearchRR> m_search;
     QPointer<FrmFeeds> m_feeds;
+    QPointer<FrmTalkgroupList> m_compareList;
 
     // Window state.
     QString m_treeTag = QStringLiteral("*");

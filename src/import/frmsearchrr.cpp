@@ -146,14 +146,15 @@ void FrmSearchRR::Load() {
         m_lat->setText(m_settings.LatText);
         m_lon->setText(m_settings.LonText);
         s.at(2);
-        // FCC look-ups are the public service's; a local copy of the database has none.
-        const bool fcc = m_ctx.settings.DBaseIndex == 0;
+        // The call-sign searches open for any address whose description offers them.
+        const RRClient& client = m_ctx.component<RRClient>();
+        const bool fcc[] = {client.offers(RRCommands::fccGetProxCallsigns),
+                            client.offers(RRCommands::fccGetCallsign)};
         for (int i : {2, 3}) {
-            m_frames[i]->setEnabled(fcc);
-            m_start[i]->setEnabled(fcc);
+            m_frames[i]->setEnabled(fcc[i - 2]);
+            m_start[i]->setEnabled(fcc[i - 2]);
         }
         s.at(3);
-        const RRClient& client = m_ctx.component<RRClient>();
         m_metro->clear();
         if (!client.MetroAreas.isEmpty()) {
             m_metro->addItem(kSelect);

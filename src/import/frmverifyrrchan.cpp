@@ -126,8 +126,8 @@ void FrmVerifyRRChan::FillChannels() {
         QList<QTreeWidgetItem*> rows;
         for (int i = 1; i <= count; ++i) {
             const ChannelRec& ch = b.Chans[size_t(i)];
-            auto* row = new QTreeWidgetItem(
-                QStringList{QString::number(i), FreqToString(ch.Freq), {}, {}, ch.Desc});
+            auto* row = new QTreeWidgetItem(QStringList{QString::number(i), FreqToString(ch.Freq),
+                                                        ImportedModeText(ch), ch.Tone, ch.Desc});
             row->setData(ChColumn, Qt::UserRole, i);
             rows.append(row);
         }

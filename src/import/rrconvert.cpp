@@ -45,7 +45,6 @@ bool modeNumber(const QString& mode, qint64& m) {
 void RR_AddChannel(ErrorReporter& errors, BankRec& bank, const QString& desc, double inFreq,
                    double outFreq, const QString& modeName, const QString& tone) {
     Q_UNUSED(inFreq)
-    Q_UNUSED(tone)
     if (bank.ImportCount >= ChansPerBank)
         return; // a full bank: the caller names what did not fit
     Trap(errors, "ModRRSoap -> RR_AddChannel", [&](Stmt& s) {
@@ -56,6 +55,7 @@ void RR_AddChannel(ErrorReporter& errors, BankRec& bank, const QString& desc, do
         ch.Freq = ValidateFreq(FreqToHertz(outFreq));
         ch.Mode = quint8(CvrtRRMode(errors, modeName));
         ch.ModeAux = ch.Mode == 2 ? 1 : 2;
+        ch.Tone = tone.trimmed();
         ch.Imported = true;
     });
 }
@@ -70,6 +70,8 @@ void RR_AddSiteChannel(ErrorReporter& errors, BankRec& bank, qint32 lcn, double 
         s.at(2);
         ch.Desc = SiteFreqDesc(lcn, use);
         ch.Freq = ValidateFreq(FreqToHertz(freq));
+        ch.Mode = ch.ModeAux = 0; // a site channel has no mode or tone of its own
+        ch.Tone.clear();
         ch.Imported = true;
     });
 }

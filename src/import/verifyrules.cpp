@@ -23,4 +23,20 @@ int FirstLongDesc(const BankRec& bank) {
     return 0;
 }
 
+QString ImportedModeText(const ChannelRec& ch) {
+    // ModeAux is set with the mode by the import of a frequency record, never for a site.
+    if (ch.ModeAux == 0)
+        return {};
+    switch (ch.Mode) {
+    case 0:
+        return QStringLiteral("P25");
+    case 2:
+        return QStringLiteral("AM");
+    case 5:
+        return QStringLiteral("FM");
+    default:
+        return QString::number(ch.Mode);
+    }
+}
+
 } // namespace kestrel

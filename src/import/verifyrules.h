@@ -19,6 +19,9 @@ bool DescKeyAllowed(QChar c);
 // The slots the import filled: ImportCount kept within 0..20.
 int ImportedSlots(const BankRec& bank);
 
+// The mode an imported channel was given ("FM", "AM", "P25"), empty for a site channel.
+QString ImportedModeText(const ChannelRec& ch);
+
 // The first of the imported slots whose description is too long, or 0 when there is none.
 int FirstLongDesc(const BankRec& bank);
 

@@ -129,22 +129,25 @@ bool RRClient::transfer(Transfer& t) {
 
     if (!reply->isFinished()) {
         reply->abort();
-        t.error = QStringLiteral("The web service at %1 did not answer within %2 seconds")
-                      .arg(t.url)
+        t.error = QStringLiteral("The web service at %1 did not answer within %2 seconds; "
+                                 "try again later or check the address.")
+                      .arg(baseUrl())
                       .arg(kRequestTimeoutMs / 1000);
         return false;
     }
     if (tooLarge) {
-        t.error = QStringLiteral("The reply from %1 is larger than %2 bytes and was refused")
-                      .arg(t.url)
+        t.error = QStringLiteral("The reply from %1 is larger than %2 bytes and was refused; "
+                                 "check the address.")
+                      .arg(baseUrl())
                       .arg(soap::kMaxEnvelopeBytes);
         return false;
     }
     t.httpStatus = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     t.reply = reply->readAll();
     if (reply->error() != QNetworkReply::NoError && t.httpStatus == 0) {
-        t.error = QStringLiteral("Cannot reach the web service at %1: %2")
-                      .arg(t.url, reply->errorString());
+        t.error = QStringLiteral("The web service at %1 cannot be reached (%2); check the "
+                                 "address and that the service is running, then try again.")
+                      .arg(baseUrl(), reply->errorString());
         return false;
     }
     return true;
@@ -158,17 +161,26 @@ bool RRClient::GetHTTP(const QString& url, const QString& user, const QString& p
         t.user = user;
         t.password = password;
         if (!transfer(t))
-            throw KestrelError(kServiceError, t.error);
+            throw ExpectedFailure(t.error);
         s.at(2);
         if (t.httpStatus >= 400)
-            throw KestrelError(kServiceError,
-                               QStringLiteral("The web service at %1 answered with HTTP status %2")
-                                   .arg(url)
-                                   .arg(t.httpStatus));
+            throw ExpectedFailure(statusSentence(t.httpStatus));
         s.at(3);
         HttpReply = soap::DecodeXmlText(t.reply);
         return true;
     });
+}
+
+QString RRClient::statusSentence(int status) const {
+    return QStringLiteral("The web service at %1 answered with HTTP status %2; check the "
+                          "address and try again.")
+        .arg(baseUrl())
+        .arg(status);
+}
+
+bool RRClient::loginRefused() const {
+    // The code may carry a namespace prefix ("SOAP-ENV:AUTH").
+    return m_lastFault && m_lastFault->faultcode.section(u':', -1).trimmed() == u"AUTH";
 }
 
 bool RRClient::SetHTTP() {
@@ -181,7 +193,7 @@ bool RRClient::SetHTTP() {
     LastEnvelope = QString::fromUtf8(t.body);
     m_lastFault.reset();
     if (!transfer(t)) {
-        m_ctx.errors.ReportError(QStringLiteral("RRSoap - ") + op, 5, kServiceError, t.error);
+        m_ctx.errors.Tell(t.error);
         return false;
     }
     SoapMessage reply;
@@ -191,27 +203,23 @@ bool RRClient::SetHTTP() {
         m_lastFault = reply.fault;
         Env = reply;
         LastEnvelope = QString::fromUtf8(soap::WriteEnvelope(Env));
-        QString soapText = LastEnvelope;
-        soapText.remove(u'\r').replace(u'\n', QStringLiteral("\r\n"));
-        const QString crlf = QStringLiteral("\r\n");
         const soap::SoapFault& f = reply.fault;
-        const QString label = QStringLiteral("ModSoap -> SetHTTP - ") + op + crlf + crlf +
-                              QStringLiteral("FaultCode  : ") + f.faultcode + crlf +
-                              QStringLiteral("FaultActor : ") + f.faultactor + crlf +
-                              QStringLiteral("FaultString: ") + f.faultstring + crlf +
-                              QStringLiteral("FaultDetail: ") + f.detail + crlf + crlf +
-                              QStringLiteral("SOAP: ") + soapText;
-        m_ctx.errors.ReportError(label, 6, kServiceError,
-                                 QStringLiteral("The web service answered with a fault"));
+        m_ctx.errors.Tell(
+            loginRefused()
+                ? QStringLiteral("The web service at %1 refused the user name or password; "
+                                 "check both and log in again.")
+                      .arg(baseUrl())
+                : QStringLiteral("The web service at %1 could not answer %2 (%3); try again "
+                                 "later.")
+                      .arg(baseUrl(), op, f.faultstring.trimmed()));
         return false;
     }
     if (!parsed || t.httpStatus >= 400) {
-        QString why = t.httpStatus >= 400
-                          ? QStringLiteral("HTTP status %1").arg(t.httpStatus)
-                          : QStringLiteral("the reply is not a usable envelope (%1)").arg(error);
-        m_ctx.errors.ReportError(
-            QStringLiteral("RRSoap - ") + op, 6, kServiceError,
-            QStringLiteral("The web service at %1 failed: %2").arg(t.url, why));
+        m_ctx.errors.Tell(t.httpStatus >= 400
+                              ? statusSentence(t.httpStatus)
+                              : QStringLiteral("The address %1 did not answer as the web service "
+                                               "does (%2); check the address.")
+                                    .arg(baseUrl(), error));
         return false;
     }
     Env = std::move(reply);
@@ -411,7 +419,9 @@ SoapValue* RRClient::request(RRCommands cmd, QList<SoapValue> params,
         s.at(6);
         emptyStore();
         s.at(7);
-        if (!SetHTTP()) {
+        // A failure earlier in the same action (the service went away): the store is emptied
+        // but the request is not sent again.
+        if (m_ctx.errors.failedInAction() || !SetHTTP()) {
             Clear_Objects();
             return nullptr;
         }
@@ -428,6 +438,12 @@ SoapValue* RRClient::request(RRCommands cmd, QList<SoapValue> params,
         }
         return &Env.params.first();
     });
+}
+
+bool RRClient::offers(RRCommands cmd) const {
+    const QString name = RRCommandName(int(cmd));
+    return std::any_of(Wsdl.Operations.begin(), Wsdl.Operations.end(),
+                       [&](const WsdlOperation& o) { return o.name == name; });
 }
 
 // ---- lookups --------------------------------------------------------------------------------

@@ -56,6 +56,8 @@ public:
     bool busy() const { return m_busy; }
     // True when the description gave operations (InitSoap can succeed with text that is not one).
     bool descriptionLoaded() const { return !Wsdl.Operations.isEmpty(); }
+    // True when the loaded description names the operation: the address answers it.
+    bool offers(RRCommands cmd) const;
 
     // ---- description --------------------------------------------------------------------
     bool InitSoap();
@@ -87,6 +89,8 @@ public:
     QString LastEnvelope;
     // The fault the last reply carried; empty when it carried none (or nothing was answered).
     const std::optional<soap::SoapFault>& lastFault() const { return m_lastFault; }
+    // True when the last reply was the service's fault for a wrong user name or password.
+    bool loginRefused() const;
 
     // ---- queries (true when the reply gave records; stores emptied before sending) ---------
     bool getTrsTalkgroupCats(qint32 sid);
@@ -166,6 +170,7 @@ private:
     template <class T> bool recordQuery(RRCommands cmd, QList<soap::SoapValue> params, T& store);
     void lookUpTags(QList<TypTag>& tags) const;
     QString versionText() const;
+    QString statusSentence(int status) const;
 
     AppContext& m_ctx;
     QNetworkAccessManager* m_nam;

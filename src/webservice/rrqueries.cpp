@@ -32,7 +32,8 @@ bool RRClient::listQuery(RRCommands cmd, QList<SoapValue> params, QList<T>& stor
 }
 
 template <class T> bool RRClient::recordQuery(RRCommands cmd, QList<SoapValue> params, T& store) {
-    SoapValue* result = request(cmd, std::move(params), [] {});
+    // Emptied like a list: after a failure nothing of the previous record is shown as this one.
+    SoapValue* result = request(cmd, std::move(params), [&] { store = T{}; });
     if (!result)
         return false;
     const bool isStruct = result->isStruct();

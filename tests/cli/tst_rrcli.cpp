@@ -80,11 +80,12 @@ private Q_SLOTS:
         QTest::newRow("countries need no login")
             << QStringList{"countries"} << "wrong"_ba << 0 << u"1\tDemoland\tDL"_s;
         QTest::newRow("wrong login")
-            << QStringList{"state", "101"} << "wrong"_ba << 4 << u"FaultCode  : AUTH"_s;
+            << QStringList{"state", "101"} << "wrong"_ba << 4
+            << u"refused the user name or password; check both and log in again.\n"_s;
         QTest::newRow("service down")
             << QStringList{"login", "--url", "http://127.0.0.1:1/soap2/"} << "demo"_ba << 2
-            << u"Error Number: 440  Cannot reach the web service at "
-               "http://127.0.0.1:1/soap2/?wsdl&v=8: Connection refused"_s;
+            << u"The web service at http://127.0.0.1:1/soap2/ cannot be reached (Connection "
+               "refused); check the address and that the service is running, then try again.\n"_s;
         QTest::newRow("unknown county")
             << QStringList{"county", "9999"} << "demo"_ba << 2
             << u"kestrelctl rr: the service knows no county 9999; check the id"_s;
@@ -104,6 +105,9 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, status);
         const QString got = QString::fromUtf8(status == 0 ? r.out : r.err);
         QVERIFY2(got.contains(expected), qPrintable(got));
+        // A failure is one sentence: never the fault dialog's question nor an envelope.
+        QVERIFY2(status < 2 || outputLines(r.err).size() == 1, qPrintable(got));
+        QVERIFY(!got.contains(u"Suppress"_s) && !got.contains(u"<?xml"_s));
     }
 
     // The README's order: the family's options before the sub-command.

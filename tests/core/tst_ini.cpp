@@ -5,11 +5,13 @@
 #include "testsupport.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QLocale>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -151,6 +153,28 @@ private Q_SLOTS:
         });
         QVERIFY(text.isEmpty());
         QVERIFY(readFile(ctx.errors.logPath()).contains("ModTest -> Other @ Line:0, Error: 9 -> "));
+    }
+    // A failure the user can act on: one plain message per action, shown when the action ends,
+    // never logged; an action run from an event loop inside another is told on its own.
+    void expectedFailures() {
+        QTemporaryDir dir;
+        ScriptedPrompts prompts;
+        ErrorReporter r(dir.path(), &prompts);
+        Trap(r, "Outer", [&] {
+            Trap(r, "Query", [] { throw ExpectedFailure(u"Service gone; try again."_s); });
+            QVERIFY(r.failedInAction() && prompts.messages().isEmpty());
+            r.Tell(u"Second"_s);
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&] {
+                Trap(r, "Click", [&] { r.Tell(u"Inner"_s); });
+                loop.quit();
+            });
+            loop.exec();
+            QCOMPARE(prompts.messages().size(), 1); // the inner action's, at its end
+        });
+        QCOMPARE(prompts.messages().size(), 2);
+        QCOMPARE(prompts.messages().last().text, u"Service gone; try again."_s);
+        QVERIFY(!r.failedInAction() && !QFile::exists(r.logPath()));
     }
 };
 

@@ -153,23 +153,28 @@ private Q_SLOTS:
     void serviceAddress_data() {
         QTest::addColumn<int>("version");
         QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("local"); // DBaseLocUsr
         QTest::addColumn<QString>("address");
         const QString pub = QString::fromLatin1(kPublicServiceHost);
-        QTest::newRow("v1 service") << 1 << 0 << pub + "/soap/";
-        QTest::newRow("v1 local") << 1 << 1 << "http://127.0.0.1:9000/soap/";
-        QTest::newRow("v8 service") << 8 << 0 << pub + "/soap2/";
-        QTest::newRow("v9 user service") << 9 << 0 << "https://example.test/svc/";
-        QTest::newRow("v999 user local") << 999 << 1 << "http://127.0.0.1:7000/l/";
+        const QString std2 = DefaultLocalEndpoint(), typed = u"http://127.0.0.1:7000/l/"_s;
+        QTest::newRow("v1 service") << 1 << 0 << typed << pub + "/soap/";
+        QTest::newRow("v1 local") << 1 << 1 << std2 << "http://127.0.0.1:9000/soap/";
+        QTest::newRow("v1 local typed") << 1 << 1 << typed << typed;
+        QTest::newRow("v8 service") << 8 << 0 << typed << pub + "/soap2/";
+        QTest::newRow("v8 local typed") << 8 << 1 << typed << typed;
+        QTest::newRow("v9 user service") << 9 << 0 << typed << "https://example.test/svc/";
+        QTest::newRow("v999 user local") << 999 << 1 << typed << typed;
     }
     void serviceAddress() {
         QFETCH(int, version);
         QFETCH(int, index);
+        QFETCH(QString, local);
         QFETCH(QString, address);
         ProgramSettings s;
         s.DBaseVersion = qint16(version);
         s.DBaseIndex = qint16(index);
         s.DBaseEndUsr = u"https://example.test/svc/"_s;
-        s.DBaseLocUsr = u"http://127.0.0.1:7000/l/"_s;
+        s.DBaseLocUsr = local;
         QCOMPARE(DeriveServiceAddress(s), address);
     }
     void registryValues() {

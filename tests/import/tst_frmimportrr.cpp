@@ -3,13 +3,15 @@
 // login and the zip-code shortcut, the list-type choice of a county, ticking and importing into
 // the shown bank, the one-site rule, talk-group texts, band plans, closing, refused logins and a
 // service that goes away.
-#include "import/httpprobe.h"
 #include "importworld.h"
 #include "mainwin/mainform.h"
+#include "testsupport.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGroupBox>
-#include <QTcpServer>
+#include <QGuiApplication>
+#include <QSignalSpy>
 
 using namespace kestrel;
 using namespace kestrel::test;
@@ -139,6 +141,21 @@ private Q_SLOTS:
         QCOMPARE(m_win->verifyWindow()->ChanLV()->topLevelItemCount(), 3);
     }
 
+    // The verify window shows the mode and tone each imported frequency was given.
+    void verifyShowsModeAndTone() {
+        logIn(QStringLiteral("12345"));
+        for (const char* key : {"c1s1d1", "c1s1d4", "c1s1d7"})
+            tick(key);
+        m_prompts.queueAnswer(Answer::Yes);
+        m_win->ImportBtn(1)->click();
+        QVERIFY(m_win->verifyWindow());
+        QTreeWidget* lv = m_win->verifyWindow()->ChanLV();
+        QStringList got;
+        for (int i = 0; i < lv->topLevelItemCount(); ++i)
+            got << lv->topLevelItem(i)->text(2) + u' ' + lv->topLevelItem(i)->text(3);
+        QCOMPARE(got, (QStringList{"FM 156.7 PL", "FM CSQ", "FM DPL 023"}));
+    }
+
     void oneSiteAtATime() {
         toSystem();
         tick("c1s1"); // the site and its four frequencies
@@ -167,6 +184,31 @@ private Q_SLOTS:
         tick("c1s1", false); // the chosen site, then another site is free
         tick("c1s2");
         QCOMPARE(m_win->SiteChanSelCnt(), 3);
+    }
+
+    // Compare shows the ticked talk groups; Copy gives the selected rows (or all) as tab-separated
+    // lines, Save as CSV writes them through the file dialog.
+    void compareList() {
+        toSystem();
+        tick("c2s1");
+        m_win->CompareBtn()->click();
+        FrmTalkgroupList* w = m_win->compareWindow();
+        QVERIFY(w && w->isVisible());
+        const QString header = "Decimal ID\tDescription\tAlpha Tag\tTag\tMode\n";
+        w->copyButton()->click();
+        const QString all = QGuiApplication::clipboard()->text();
+        QVERIFY2(all.startsWith(header), qPrintable(all));
+        QCOMPARE(all.count(u'\n'), m_win->GroupSelCnt() + 1);
+        w->list()->topLevelItem(1)->setSelected(true);
+        w->copyButton()->click();
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 header + "1648\tAshford County-Sheriff Tac\tASO Tac\tLaw Tac\tD\n");
+        const QString path = m_dir.filePath("tg.csv");
+        m_prompts.queueFile(path);
+        w->saveButton()->click();
+        QCOMPARE(QString::fromUtf8(readFile(path)), QString(all).replace(u'\t', u','));
+        m_win->close();
+        QTRY_VERIFY(!m_win->compareWindow());
     }
 
     void talkgroupTexts() {
@@ -206,23 +248,58 @@ private Q_SLOTS:
         QCOMPARE(m_ctx->registry.ZipCode, QString("12345"));
     }
 
-    void refusedLogin() {
-        open(QStringLiteral("wrong"));
+    // The public service and a local address log in alike; a refused password is one plain
+    // sentence, the window stays logged out and asks for no code table.
+    void logInAnyAddress_data() {
+        QTest::addColumn<int>("dbaseIndex");
+        QTest::addColumn<QString>("password");
+        QTest::newRow("service, refused") << 0 << "wrong";
+        QTest::newRow("local, refused") << 1 << "wrong";
+        QTest::newRow("local, accepted") << 1 << "demo";
+    }
+    void logInAnyAddress() {
+        QFETCH(int, dbaseIndex);
+        QFETCH(QString, password);
+        ImportWorld::open(data(), password, {}, dbaseIndex);
+        QSignalSpy posted(m_server.get(), &RRLocalServer::requestPosted);
         m_win->LogInBtn_Click();
-        QVERIFY(!m_win->loggedIn());
-        QVERIFY(m_win->LogInBtn()->isEnabled());
-        QCOMPARE(m_win->CboCountry()->count(), 0);
-        QVERIFY(m_ctx->errors.reportCount() > 0);
+        const bool accepted = password == "demo";
+        QCOMPARE(m_win->loggedIn(), accepted);
+        QCOMPARE(m_win->LogInBtn()->isEnabled(), !accepted);
+        QCOMPARE(m_win->ExpiryLbl()->text(), accepted ? QString("12-31-2030") : QString());
+        QCOMPARE(m_win->CboCountry()->count() > 0, accepted);
+        QCOMPARE(posted.size() > 1, accepted);
+        QCOMPARE(messages(), accepted ? QStringList{}
+                                      : QStringList{"The web service at " + m_server->baseUrl() +
+                                                    " refused the user name or password; check "
+                                                    "both and log in again."});
+        QVERIFY(!QFile::exists(m_ctx->errors.logPath()));
     }
 
+    // An unknown zip code, at login or typed: one sentence, the box emptied.
+    void unknownZipCode() {
+        logIn(QStringLiteral("99999"));
+        m_win->ZipCodeTxt()->setText(QStringLiteral("88888"));
+        QTest::keyClick(m_win->ZipCodeTxt(), Qt::Key_Return);
+        QCOMPARE(messages(), (QStringList{"The web service knows no zip code 99999; check it.",
+                                          "The web service knows no zip code 88888; check it."}));
+        QVERIFY(m_win->ZipCodeTxt()->text().isEmpty());
+    }
+
+    // The service stops after one county was shown: choosing another tells it once and shows
+    // nothing of the county before.
     void serviceGoesAway() {
         logIn();
-        QVERIFY(m_win->setListText(m_win->CboCountry(), QStringLiteral("United States")));
-        QVERIFY(m_win->setListText(m_win->CboState(), QStringLiteral("North Province")));
+        toCounty(QStringLiteral("Ashford"));
+        QVERIFY(m_win->TV1()->topLevelItemCount() > 0);
+        QVERIFY(m_win->FipsLbl()->text() != "000000");
+        const QString address = m_server->baseUrl();
         m_server.reset();
-        const int before = m_ctx->errors.reportCount();
-        QVERIFY(m_win->setListText(m_win->CboCounty(), QStringLiteral("Ashford")));
-        QVERIFY(m_ctx->errors.reportCount() > before);
+        m_prompts.clear();
+        QVERIFY(m_win->setListText(m_win->CboCounty(), QStringLiteral("Agencyonly")));
+        QCOMPARE(messages().size(), 1);
+        QVERIFY2(messages()[0].startsWith("The web service at " + address + " cannot be reached"),
+                 qPrintable(messages()[0]));
         QCOMPARE(m_win->TV1()->topLevelItemCount(), 0);
         QCOMPARE(m_win->FipsLbl()->text(), QString("000000"));
         for (int i = 0; i < 3; ++i)
@@ -244,22 +321,6 @@ private Q_SLOTS:
         QCOMPARE(m_win->node("c1")->childCount(), 3);
         for (const char* sub : {"c1s1", "c1s2", "c1s3"})
             QCOMPARE(m_win->node(sub)->childCount(), 0);
-    }
-
-    // The local-address login: any HTTP answer counts, a refused or silent address does not.
-    void localAddress() {
-        open();
-        m_ctx->settings.DBaseIndex = 1;
-        m_win->LogInBtn_Click();
-        QVERIFY(m_win->loggedIn());
-        QCOMPARE(m_win->ExpiryLbl()->text(), QString("Unknown"));
-        QVERIFY(ProbeHttp(m_server->baseUrl() + "no-such-page", 2000));
-        QTcpServer silent;
-        QVERIFY(silent.listen(QHostAddress::LocalHost));
-        const QString url = QStringLiteral("http://127.0.0.1:%1/").arg(silent.serverPort());
-        QVERIFY(!ProbeHttp(url, 300));
-        silent.close();
-        QVERIFY(!ProbeHttp(url, 2000));
     }
 
     // "&Web Import" opens the window once, checked while it is open; closing marks profile 0.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Renders the main window's three panels, with the factory profile, and the database location,
-// XML tree and verify windows to PNG files for review. Used by tools/screenshots; works on a
-// throw-away data folder.
+// XML tree, verify, import, Compare and failure-message windows to PNG files for review. Used by
+// tools/screenshots; works on a throw-away data folder.
 #include "core/files.h"
 #include "core/profiles.h"
 #include "import/frmimportrr.h"
@@ -21,11 +21,55 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEventLoop>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <cstdio>
+
+namespace {
+
+using Shoot = std::function<bool(QWidget&, const QString&)>;
+
+// The Compare list of the demo system's first talk-group category, and the one message a refused
+// login gives, in the box the desktop shows it in.
+bool shootCompareAndFailure(kestrel::AppContext& ctx, kestrel::ScriptedPrompts& prompts,
+                            QWidget* parent, const Shoot& shoot) {
+    kestrel::RRLocalServer server;
+    if (server.listen() == 0)
+        return false;
+    ctx.registry = {QStringLiteral("demo"), QStringLiteral("demo"), {}};
+    ctx.component<kestrel::RRClient>().setBaseUrlOverride(server.baseUrl());
+    bool ok = false;
+    {
+        kestrel::FrmImportRR window(ctx, parent);
+        window.LogInBtn_Click();
+        window.setListText(window.CboCountry(), QStringLiteral("Demoland"));
+        window.setListText(window.CboState(), QStringLiteral("North Province"));
+        window.setListText(window.CboCounty(), QStringLiteral("Ashford"));
+        window.TypeOpt(0)->setChecked(true);
+        window.TypeOpt_Click(0);
+        window.setListText(window.CboSystem(), QStringLiteral("Demoland Regional Radio"));
+        if (QTreeWidgetItem* category = window.node(QStringLiteral("c2s1")))
+            category->setCheckState(0, Qt::Checked);
+        window.CompareBtn_Click();
+        if (kestrel::FrmTalkgroupList* list = window.compareWindow())
+            ok = shoot(*list, QStringLiteral("compare-list"));
+    }
+    kestrel::FrmImportRR window(ctx, parent);
+    window.UPassTxt()->setText(QStringLiteral("wrong"));
+    prompts.clear();
+    window.LogInBtn_Click();
+    if (prompts.messages().size() != 1)
+        return false;
+    const kestrel::ScriptedPrompts::Message& m = prompts.messages().first();
+    QMessageBox box(QMessageBox::Warning, m.title, m.text, QMessageBox::Ok, parent);
+    return shoot(box, QStringLiteral("failure-message")) && ok;
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     // A throw-away login: never into the desktop's secret store.
@@ -210,5 +254,6 @@ int main(int argc, char** argv) {
         if (kestrel::FrmFeeds* feeds = window.feedsWindow())
             ok = shootWindow(*feeds, QStringLiteral("audio-feeds")) && ok;
     }
+    ok = shootCompareAndFailure(ctx, prompts, &form, shootWindow) && ok;
     return ok ? 0 : 2;
 }

@@ -270,13 +270,26 @@ void FrmDBaseLoc::onProxyPrtTxtLeave() {
 void FrmDBaseLoc::onSave() {
     onProxyPrtTxtLeave();
     ProgramSettings& s = m_ctx.settings;
+    QString address = m_localTxt->text();
+    if (m_location == kLocalLocation) {
+        // The address typed is the one saved and used, whatever the version.
+        const std::optional<QString> checked = CheckedServiceAddress(address);
+        if (!checked) {
+            m_ctx.prompts().message(
+                QStringLiteral("\"%1\" is not a web address; type one that starts with http:// "
+                               "or https://, such as http://127.0.0.1:9000/soap2/.")
+                    .arg(address),
+                windowTitle(), Icon::Exclamation, Buttons::Ok);
+            return;
+        }
+        address = *checked;
+        s.DBaseLocUsr = address;
+    }
     s.DBaseIndex = qint16(m_location);
-    s.ServiceAddress = m_localTxt->text();
+    s.ServiceAddress = address;
     s.DBaseProxyUse = m_useProxyChk->isChecked();
     s.DBaseProxyAdr = m_proxyAdrTxt->text();
     s.DBaseProxyPrt = qint16(m_proxyPrtTxt->text().toInt());
-    if (s.DBaseVersion > 8)
-        s.DBaseLocUsr = m_localTxt->text();
     m_ctx.markSettingsChanged();
     Q_EMIT saved();
     accept();

@@ -2,6 +2,7 @@
 // The database location window as the user drives it: version choices with each location, the
 // typing rules of its boxes, Cancel, and Save reaching the settings file.
 #include "core/class_ini.h"
+#include "core/dbaselocation.h"
 #include "core/files.h"
 #include "core/profiles.h"
 #include "mainwin/mainform.h"
@@ -106,9 +107,9 @@ private Q_SLOTS:
         row("port 3128", "ProxyPrtTxt", "3128", tab, "3128");
         row("proxy emptied", "ProxyAdrTxt", "\b", stay, "127.0.0.1");
         row("proxy keys", "ProxyAdrTxt", "a-b_c~d/e.f:g h", tab, "a-b_c~d/e.fgh");
-        row("address refuses : and /", "LocalTxt", "http://db.lan:80/x", tab, "httpdb.lan80x");
+        row("address takes a URL", "LocalTxt", "http://db.lan:80/x y", tab, "http://db.lan:80/xy");
         row("address emptied", "LocalTxt", "\b", stay, "");
-        row("address left empty", "LocalTxt", "\b", tab, "http://127.0.0.1:9000/soap2/");
+        row("address left empty", "LocalTxt", "\b", tab, "http://192.168.1.9:8000/loc/");
     }
     void typingRules() {
         QFETCH(QString, box);
@@ -133,6 +134,41 @@ private Q_SLOTS:
         QCOMPARE(w.CmndBtn(0)->isEnabled(), !w.LocalTxt()->text().isEmpty());
     }
 
+    // Save takes an http(s) address whatever the version, and refuses any other text with a
+    // message, saving nothing.
+    void saveChecksTheAddress_data() {
+        QTest::addColumn<int>("version");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("saved"); // empty: refused
+        QTest::newRow("port, version 8") << 8 << "http://127.0.0.1:41234/soap2/"
+                                         << "http://127.0.0.1:41234/soap2/";
+        QTest::newRow("no slash, version 1") << 1 << "https://db.lan/x"
+                                             << "https://db.lan/x/";
+        QTest::newRow("no scheme") << 8 << "127.0.0.1:9000/soap2/"
+                                   << "";
+        QTest::newRow("ftp") << 999 << "ftp://db.lan/"
+                             << "";
+    }
+    void saveChecksTheAddress() {
+        QFETCH(int, version);
+        QFETCH(QString, typed);
+        QFETCH(QString, saved);
+        ScriptedPrompts prompts;
+        AppContext ctx(m_dir.path(), &prompts);
+        ctx.settings.DBaseVersion = qint16(version);
+        const QString before = ctx.settings.DBaseLocUsr;
+        FrmDBaseLoc w(ctx);
+        showActive(w);
+        click(w.LocationOpt(1));
+        w.LocalTxt()->setText(typed); // as a paste puts it
+        click(w.CmndBtn(0));
+        QCOMPARE(prompts.messages().size(), saved.isEmpty() ? 1 : 0);
+        QCOMPARE(w.isVisible(), saved.isEmpty());
+        QCOMPARE(ctx.settings.DBaseLocUsr, saved.isEmpty() ? before : saved);
+        QCOMPARE(DeriveServiceAddress(ctx.settings),
+                 saved.isEmpty() ? ServiceEndpoint(version, ctx.settings) : saved);
+    }
+
     void saveReachesSettingsFile() {
         ScriptedPrompts prompts;
         AppContext ctx(m_dir.path(), &prompts);
@@ -150,18 +186,18 @@ private Q_SLOTS:
             click(w->RRVerOpt(100));
             retype(w->RRVerTxt(), "5");
             click(w->LocationOpt(1));
-            retype(w->LocalTxt(), "dbhost");
+            retype(w->LocalTxt(), "http://dbhost:8080/rr");
             click(w->UseProxyChk());
             retype(w->ProxyPrtTxt(), "3128");
             click(w->CmndBtn(0));
             QCOMPARE(saved.count(), 1);
-            QCOMPARE(ctx.settings.ServiceAddress, QStringLiteral("dbhost"));
+            QCOMPARE(ctx.settings.ServiceAddress, QStringLiteral("http://dbhost:8080/rr/"));
             QTRY_VERIFY(w.isNull()); // closed and gone
             form.close();
         }
         const IniDocument ini = IniDocument::load(ctx.settingsPath(QStringLiteral("Main")));
         const QStringList expected = {"DBaseVersion=5", "DBaseIndex=1", "DBaseProxyUse=True",
-                                      "DBaseProxyPrt=3128"};
+                                      "DBaseProxyPrt=3128", "DBaseLocUsr=http://dbhost:8080/rr/"};
         for (const QString& pair : expected)
             QCOMPARE(ini.ReadKey(u"RadioRef", pair.section(u'=', 0, 0)), pair.section(u'=', 1));
     }
