@@ -136,9 +136,12 @@ void FrmImportRR::buildControls() {
         *lists[i] = new QComboBox;
         (*lists[i])->setObjectName(QString::fromLatin1(names[i]));
         (*lists[i])->setMinimumWidth(220);
-        nav->addWidget(new QLabel(QString::fromLatin1(labels[i])), 4 + i, 0);
+        auto* label = new QLabel(QString::fromLatin1(labels[i]));
+        nav->addWidget(label, 4 + i, 0);
         nav->addWidget(*lists[i], 4 + i, 1);
+        m_systemLabel = label; // the last row's caption follows the list type
     }
+    m_systemLabel->setObjectName(QStringLiteral("LblSystem"));
     left->addLayout(nav);
     auto* opts = new QHBoxLayout;
     m_typeGroup = new QButtonGroup(this);
@@ -561,6 +564,8 @@ void FrmImportRR::setOption(int index) {
     m_listType = index;
     if (index >= 0)
         TypeOpt_Click(index);
+    else
+        m_systemLabel->setText(QStringLiteral("System:"));
 }
 
 void FrmImportRR::CboCountry_Click() {
@@ -658,6 +663,7 @@ void FrmImportRR::CboCounty_Click() {
 void FrmImportRR::TypeOpt_Click(int index) {
     Trap(m_ctx.errors, "RRImpTypOpt", [&] {
         m_listType = index;
+        m_systemLabel->setText(index == 2 ? QStringLiteral("Agency:") : QStringLiteral("System:"));
         clearTree();
         clearList(m_system);
         Set_TvHeight(index == 0);

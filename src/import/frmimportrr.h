@@ -185,6 +185,7 @@ private:
     QComboBox* m_state;
     QComboBox* m_county;
     QComboBox* m_system;
+    QLabel* m_systemLabel = nullptr;
     QRadioButton* m_typeOpt[3];
     QButtonGroup* m_typeGroup;
     QLabel* m_fips;

@@ -83,16 +83,22 @@ private Q_SLOTS:
         QTest::addColumn<QString>("county");
         QTest::addColumn<int>("option"); // -1: none
         QTest::addColumn<QString>("firstRow");
-        QTest::newRow("agencies only") << "Agencyonly" << 2 << ">>> Select <<<";
-        QTest::newRow("trunked only") << "Trunkonly" << 0 << ">>> Select <<<";
-        QTest::newRow("nothing") << "Empty" << -1 << ">>>  Select  <<<";
+        QTest::addColumn<QString>("caption"); // of the list below the county
+        QTest::newRow("agencies only") << "Agencyonly" << 2 << ">>> Select <<<"
+                                       << "Agency:";
+        QTest::newRow("trunked only") << "Trunkonly" << 0 << ">>> Select <<<"
+                                      << "System:";
+        QTest::newRow("nothing") << "Empty" << -1 << ">>>  Select  <<<"
+                                 << "System:";
     }
     void countyChoosesListType() {
         QFETCH(QString, county);
         QFETCH(int, option);
         QFETCH(QString, firstRow);
+        QFETCH(QString, caption);
         logIn();
         toCounty(county);
+        QCOMPARE(m_win->findChild<QLabel*>("LblSystem")->text(), caption);
         for (int i = 0; i < 3; ++i) {
             QCOMPARE(m_win->TypeOpt(i)->isChecked(), i == option);
             QCOMPARE(m_win->TypeOpt(i)->isEnabled(), i == option);
